@@ -1,0 +1,110 @@
+# Entry points for building and testing tqSarn with the headless host. Each target runs
+# scripts/setup first (silent when nothing is missing), then configures with CMake; the
+# configure step is cheap to repeat, so every target re-runs it.
+#
+#   make build      build into build/ (RelWithDebInfo)
+#   make test       build, then run every test with ctest
+#   make sanitize   build into build-asan/ with AddressSanitizer + UBSan (Debug), run every test
+#   make demo       build, then run build/apps/tqsarn-demo, writing into out/
+#   make bench      build, then run the programs in build/bench/, writing JSON into out/bench/
+#   make clean      remove build/, build-asan/ and out/
+#
+# Variables: CMAKE_ARGS (extra configure arguments, applied last), JOBS, CTEST_JOBS,
+# TEST_TIMEOUT (seconds per test unless a test sets its own), DEMO_ARGS, BENCH_ARGS.
+# With CI=true in the environment, warnings are errors (-DTQSARN_WERROR=ON).
+
+SHELL := /bin/bash
+.SHELLFLAGS := -eu -o pipefail -c
+.DEFAULT_GOAL := build
+
+BUILD_DIR    := build
+ASAN_DIR     := build-asan
+OUT_DIR      := out
+JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
+CTEST_JOBS   ?= 2
+TEST_TIMEOUT ?= 1500
+CMAKE_ARGS   ?=
+DEMO_ARGS    ?=
+BENCH_ARGS   ?=
+
+ifneq ($(filter true TRUE True 1 yes,$(CI)),)
+WERROR := ON
+else
+WERROR := OFF
+endif
+
+BASE_CMAKE_ARGS := -DTQSARN_WERROR=$(WERROR)
+BUILD_CMAKE_ARGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTQSARN_SANITIZE=OFF
+ASAN_CMAKE_ARGS := -DCMAKE_BUILD_TYPE=Debug -DTQSARN_SANITIZE=ON -DTQSARN_BENCHMARKS=OFF
+
+# Leak checking stays on: Qt under the offscreen platform, Embree and Assimp exit clean.
+SANITIZER_ENV := ASAN_OPTIONS=detect_leaks=1:check_initialization_order=1 \
+                 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+
+# Tests, the demo and the benchmarks never need a display.
+export QT_QPA_PLATFORM ?= offscreen
+
+CTEST_FLAGS = --output-on-failure -j$(CTEST_JOBS) --timeout $(TEST_TIMEOUT)
+
+# configure DIR, ARGS: a build directory keeps the generator it was made with; a new one
+# uses Ninja when it is installed.
+define configure
+	generator=(); \
+	if [[ ! -f "$(1)/CMakeCache.txt" ]] && command -v ninja >/dev/null 2>&1; then generator=(-G Ninja); fi; \
+	cmake -S . -B "$(1)" "$${generator[@]}" $(BASE_CMAKE_ARGS) $(2) $(CMAKE_ARGS)
+endef
+
+.PHONY: setup configure build test sanitize-configure sanitize-build sanitize demo bench clean help
+
+help:
+	@sed -n '1,14p' $(firstword $(MAKEFILE_LIST)) | sed 's/^# \{0,1\}//'
+
+setup:
+	@bash scripts/setup
+
+configure: setup
+	@$(call configure,$(BUILD_DIR),$(BUILD_CMAKE_ARGS))
+
+build: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+
+test: build
+	ctest --test-dir $(BUILD_DIR) $(CTEST_FLAGS)
+
+sanitize-configure: setup
+	@$(call configure,$(ASAN_DIR),$(ASAN_CMAKE_ARGS))
+
+sanitize-build: sanitize-configure
+	cmake --build $(ASAN_DIR) -j $(JOBS)
+
+sanitize: sanitize-build
+	$(SANITIZER_ENV) ctest --test-dir $(ASAN_DIR) $(CTEST_FLAGS)
+
+demo: build
+	@demo="$(BUILD_DIR)/apps/tqsarn-demo"; \
+	if [[ ! -x "$$demo" ]]; then echo "make demo: $$demo was not built" >&2; exit 1; fi; \
+	mkdir -p "$(OUT_DIR)"; \
+	stamp="$(BUILD_DIR)/.demo-started"; touch "$$stamp"; \
+	echo "Running $$demo --out $(OUT_DIR) $(DEMO_ARGS)"; \
+	"$$demo" --out "$(OUT_DIR)" $(DEMO_ARGS); \
+	echo; \
+	echo "Demo output is in $(CURDIR)/$(OUT_DIR)/; written by this run:"; \
+	find "$(OUT_DIR)" -type f -newer "$$stamp" -printf '  %P\n' | sort
+
+bench: build
+	@shopt -s nullglob; programs=(); \
+	for f in "$(BUILD_DIR)"/bench/*; do if [[ -f "$$f" && -x "$$f" ]]; then programs+=("$$f"); fi; done; \
+	if (( $${#programs[@]} == 0 )); then \
+	    echo "make bench: no benchmark programs in $(BUILD_DIR)/bench/ yet; nothing to run."; exit 0; \
+	fi; \
+	mkdir -p "$(OUT_DIR)/bench"; \
+	for p in "$${programs[@]}"; do \
+	    name=$$(basename "$$p"); \
+	    echo "== $$name"; \
+	    "$$p" --benchmark_out="$(OUT_DIR)/bench/$$name.json" --benchmark_out_format=json $(BENCH_ARGS); \
+	done; \
+	echo; \
+	echo "Benchmark results (JSON) are in $(CURDIR)/$(OUT_DIR)/bench/"
+
+clean:
+	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(OUT_DIR)

@@ -1,0 +1,62 @@
+#include <maya/MUintArray.h>
+
+#include <ostream>
+
+MUintArray::MUintArray(const unsigned int src[], unsigned int count)
+    : fArray(src, count, [](unsigned int v) { return v; })
+{
+}
+
+MUintArray::MUintArray(unsigned int initialSize, unsigned int initialValue)
+    : fArray(initialSize, initialValue)
+{
+}
+
+MUintArray::MUintArray() = default;
+MUintArray::MUintArray(const MUintArray& other) = default;
+MUintArray::MUintArray(MUintArray&& other) noexcept = default;
+MUintArray::~MUintArray() = default;
+MUintArray& MUintArray::operator=(const MUintArray& other) = default;
+MUintArray& MUintArray::operator=(MUintArray&& other) noexcept = default;
+
+MStatus MUintArray::setLength(unsigned int length) { return fArray.setLength(length); }
+unsigned int MUintArray::length() const { return fArray.length(); }
+MStatus MUintArray::remove(unsigned int index) { return fArray.remove(index); }
+MStatus MUintArray::clear() { return fArray.clear(); }
+void MUintArray::setSizeIncrement(unsigned int newIncrement) { fArray.setSizeIncrement(newIncrement); }
+unsigned int MUintArray::sizeIncrement() const { return fArray.sizeIncrement(); }
+
+unsigned int& MUintArray::operator[](unsigned int index) { return fArray.at(index); }
+unsigned int MUintArray::operator[](unsigned int index) const { return fArray.at(index); }
+
+MUintArray::iterator MUintArray::begin() { return fArray.begin(); }
+MUintArray::iterator MUintArray::end() { return fArray.end(); }
+MUintArray::const_iterator MUintArray::begin() const { return fArray.begin(); }
+MUintArray::const_iterator MUintArray::end() const { return fArray.end(); }
+MUintArray::const_iterator MUintArray::cbegin() const { return fArray.begin(); }
+MUintArray::const_iterator MUintArray::cend() const { return fArray.end(); }
+
+std::ostream& operator<<(std::ostream& os, const MUintArray& array)
+{
+    os << '[';
+    for (unsigned int i = 0; i < array.length(); ++i)
+        os << (i == 0 ? "" : ", ") << array[i];
+    return os << ']';
+}
+
+const char* MUintArray::className() { return "MUintArray"; }
+
+MStatus MUintArray::set(unsigned int element, unsigned int index) { return fArray.set(element, index); }
+MStatus MUintArray::insert(unsigned int element, unsigned int index) { return fArray.insert(element, index); }
+MStatus MUintArray::append(unsigned int element) { return fArray.append(element); }
+
+MStatus MUintArray::copy(const MUintArray& source)
+{
+    *this = source;
+    return MStatus::kSuccess;
+}
+
+MStatus MUintArray::get(unsigned int dest[]) const
+{
+    return fArray.get(dest, [](unsigned int from, unsigned int& to) { to = static_cast<unsigned int>(from); });
+}
