@@ -251,7 +251,7 @@ Storage pull(NodeBody* node, const PlugKey& key, MStatus* status)
         return Storage{&again.value, -1};
     }
 
-    if (s.dirty && node->px && !computing(node, key)) {
+    if (!isClean(node, key) && node->px && !computing(node, key)) {
         node->computing.push_back(key);
         MPlug plug = Access::plug(node, key);
         MDataBlock block = Access::dataBlock(node);
@@ -331,9 +331,14 @@ bool isClean(NodeBody* node, const PlugKey& key)
 {
     if (!node)
         return false;
-    PlugKey target = isComponentKey(key) ? componentOwner(key) : key;
-    const PlugSlot* s = node->findSlot(target);
-    return !s || !s->dirty;
+    // A plug is dirty when it, or the array or compound plug it belongs to, is dirty.
+    for (PlugKey k = isComponentKey(key) ? componentOwner(key) : key, p;; k = p) {
+        const PlugSlot* s = node->findSlot(k);
+        if (s && s->dirty)
+            return false;
+        if (!parentKey(k, p))
+            return true;
+    }
 }
 
 MStatus connectPlugs(const PlugRef& source, const PlugRef& destination, bool force, std::string* error)
@@ -422,8 +427,7 @@ MStatus disconnectPlugs(const PlugRef& source, const PlugRef& destination, std::
     if (destination.node->isAlive && destination.node->px)
         guardedStatus(typeName(destination.node) + ".connectionBroken",
                       [&] { return destination.node->px->connectionBroken(dstPlug, srcPlug, false); });
-    if (destination.node->isAlive)
-        markDirty(destination.node, destination.key);
+    // The destination keeps the value it last had, so nothing downstream changes.
     notifyAttributeChanged(source.node, MNodeMessage::kConnectionBroken, source.key, destination.node,
                            &destination.key);
     notifyAttributeChanged(destination.node,

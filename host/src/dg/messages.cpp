@@ -70,8 +70,11 @@ bool stillRegistered(MCallbackId id)
     return false;
 }
 
-const char* kEventNames[] = {"Undo", "Redo", "ToolChanged", "SelectionChanged", "modelEditorChanged",
-                             "NewSceneOpened", "SceneOpened", "idle", "timeChanged", "PostToolChanged"};
+const char* kEventNames[] = {"Undo", "Redo", "ToolChanged", "PostToolChanged", "SelectionChanged",
+                             "ActiveViewChanged", "modelEditorChanged", "NewSceneOpened", "SceneOpened",
+                             "SceneSaved", "idle", "timeChanged", "playbackRangeChanged", "DagObjectCreated",
+                             "ChannelBoxLabelSelected", "DisplayRGBColorChanged", "linearUnitChanged",
+                             "angularUnitChanged", "quitApplication"};
 
 } // namespace
 
@@ -176,6 +179,14 @@ MStatus MMessage::nodeCallbacks(MObject& node, MCallbackIdArray& ids)
 MCallbackId MEventMessage::addEventCallback(const MString& event, MMessage::MBasicFunction func, void* clientData,
                                             MStatus* ReturnStatus)
 {
+    bool known = false;
+    for (const char* n : host::kEventNames)
+        known = known || event == n;
+    if (!known) {
+        if (ReturnStatus)
+            *ReturnStatus = MStatus::kInvalidParameter;
+        return 0;
+    }
     host::Callback cb;
     cb.kind = host::CallbackKind::kEvent;
     cb.event = event.asChar();

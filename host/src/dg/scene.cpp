@@ -165,6 +165,11 @@ NodePtr Scene::createNode(const NodeType* type, const std::string& requestedName
         node->parent = p;
         p->children.push_back(node.get());
     }
+    // Computed attributes of a new node have never been computed: they start dirty.
+    for (const auto& entry : type->affects)
+        for (const AttributeBody* affected : entry.second)
+            if (affected->arrayDepth() == 0 || (affected->flags.array && affected->arrayDepth() == 1))
+                node->slot(PlugKey{affected, {}}).dirty = true;
     guardedVoid(type->name + " postConstructor", [&] { px->postConstructor(); });
     return node;
 }

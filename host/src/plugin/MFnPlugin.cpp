@@ -69,9 +69,20 @@ TQHOST_PLUGIN_TEXT(vendor, vendor)
 TQHOST_PLUGIN_TEXT(version, version)
 TQHOST_PLUGIN_TEXT(apiVersion, apiVersion)
 TQHOST_PLUGIN_TEXT(name, name)
-TQHOST_PLUGIN_TEXT(loadPath, path)
 
 #undef TQHOST_PLUGIN_TEXT
+
+MString MFnPlugin::loadPath(MStatus* ReturnStatus) const
+{
+    // The folder the plug-in was loaded from, as Maya reports it.
+    PluginRecord* r = recordOf(fObject);
+    if (ReturnStatus)
+        *ReturnStatus = r ? MStatus::kSuccess : MStatus::kInvalidParameter;
+    if (!r)
+        return MString();
+    auto slash = r->path.find_last_of('/');
+    return MString(slash == std::string::npos ? r->path.c_str() : r->path.substr(0, slash).c_str());
+}
 
 MStatus MFnPlugin::setName(const MString& newName, bool)
 {

@@ -70,20 +70,23 @@ TEST_F(DagPaths, FullAndPartialPathNames)
     EXPECT_FALSE(MDagPath::getAPathTo(dgNode, none));
 }
 
-TEST_F(DagPaths, SameNameUnderDifferentParentsUsesTheShortestUniquePartialPath)
+TEST_F(DagPaths, NamesAreUniqueInTheSceneSoPartialPathsAreBareNames)
 {
+    // The host keeps every node name unique in the scene (not only among siblings): a taken
+    // name gets the smallest free number after its stem, and the shortest unique partial
+    // path of any node is then its own name.
     create("transform", "left");
     create("transform", "right");
     MObject leftLeaf = create("transform", "leaf", "left");
     MObject rightLeaf = create("transform", "leaf", "right");
     EXPECT_EQ(nameOf(leftLeaf), "leaf");
-    EXPECT_EQ(nameOf(rightLeaf), "leaf") << "DAG names need only be unique among siblings";
-    EXPECT_EQ(str(MDagPath::getAPathTo(leftLeaf).partialPathName()), "left|leaf");
-    EXPECT_EQ(str(MDagPath::getAPathTo(rightLeaf).partialPathName()), "right|leaf");
-    EXPECT_EQ(str(MDagPath::getAPathTo(rightLeaf).fullPathName()), "|right|leaf");
-    EXPECT_TRUE(host::findNode("|right|leaf") == rightLeaf);
-    // Siblings still get distinct names.
-    EXPECT_EQ(nameOf(create("transform", "leaf", "left")), "leaf1");
+    EXPECT_EQ(nameOf(rightLeaf), "leaf1");
+    EXPECT_EQ(str(MDagPath::getAPathTo(leftLeaf).partialPathName()), "leaf");
+    EXPECT_EQ(str(MDagPath::getAPathTo(rightLeaf).partialPathName()), "leaf1");
+    EXPECT_EQ(str(MDagPath::getAPathTo(rightLeaf).fullPathName()), "|right|leaf1");
+    EXPECT_TRUE(host::findNode("|right|leaf1") == rightLeaf);
+    EXPECT_TRUE(host::findNode("|left|leaf1").isNull()) << "a path must match the node's parents";
+    EXPECT_EQ(nameOf(create("transform", "leaf", "left")), "leaf2");
 }
 
 TEST_F(DagPaths, ExtendToShapeSkipsIntermediateObjects)

@@ -266,8 +266,12 @@ TEST_F(DgEvaluation, ThrowingComputeIsLoggedAndSurvived)
     ASSERT_TRUE(host::setDouble("boom.input", 1.0));
     MStatus status;
     const double value = getDouble("boom.output", &status);
+    EXPECT_FALSE(status) << "the read succeeded although compute threw";
     EXPECT_TRUE(host::logContains(LogLevel::kError, "compute")) << "the error does not name the callback:\n"
                                                                 << host::logText();
+    EXPECT_TRUE(host::logContains(LogLevel::kError, "dgThrower fails on purpose"))
+        << "the error does not say what was thrown:\n"
+        << host::logText();
     EXPECT_EQ(value, 5.0) << "a failed compute wrote nothing, so the stored value shows";
 
     // The host keeps working: the node can be read again, and other nodes evaluate.

@@ -16,16 +16,15 @@ TEST(FnTest, enumeratorsKeepTheDevkitNumbering)
     EXPECT_EQ(MFn::kShape, 248);
     EXPECT_EQ(MFn::kMesh, 296);
     EXPECT_EQ(MFn::kDistanceBetween, 322);
-    EXPECT_EQ(MFn::kPluginDependNode, 452);
-    EXPECT_EQ(MFn::kPluginLocatorNode, 453);
-    EXPECT_EQ(MFn::kRecord, 459);
-    EXPECT_EQ(MFn::kMeshVertComponent, 547);
-    EXPECT_EQ(MFn::kPluginDeformerNode, 607);
-    EXPECT_EQ(MFn::kPluginShape, 703);
-    EXPECT_EQ(MFn::kPluginTransformNode, 903);
-    EXPECT_EQ(MFn::kPluginConstraintNode, 1005);
-    EXPECT_EQ(MFn::kPluginBlendShape, 1105);
-    EXPECT_EQ(MFn::kLast, 1106);
+    EXPECT_EQ(MFn::kPluginDependNode, 459);
+    EXPECT_EQ(MFn::kPluginLocatorNode, 460);
+    EXPECT_EQ(MFn::kMeshVertComponent, 554);
+    EXPECT_EQ(MFn::kPluginDeformerNode, 614);
+    EXPECT_EQ(MFn::kPluginShape, 710);
+    EXPECT_EQ(MFn::kPluginTransformNode, 910);
+    EXPECT_EQ(MFn::kPluginConstraintNode, 1012);
+    EXPECT_EQ(MFn::kPluginBlendShape, 1112);
+    EXPECT_EQ(MFn::kLast, 1113);
     EXPECT_EQ(MFn::kAttribute3Long, MFn::kAttribute3Int);
     EXPECT_EQ(MFn::kData2Long, MFn::kData2Int);
 }
@@ -39,6 +38,8 @@ TEST(FnTest, pluginNodeFilterMatchesEveryPluginNodeKind)
         EXPECT_TRUE(fnIsA(type, MFn::kPluginDependNode)) << type;
         EXPECT_TRUE(fnIsA(type, MFn::kDependencyNode)) << type;
     }
+    // Plug-ins built against the devkit pass the filter as the number 459.
+    EXPECT_TRUE(fnIsA(MFn::kPluginLocatorNode, static_cast<MFn::Type>(459)));
     EXPECT_FALSE(fnIsA(MFn::kMesh, MFn::kPluginDependNode));
     EXPECT_FALSE(fnIsA(MFn::kTransform, MFn::kPluginDependNode));
 }

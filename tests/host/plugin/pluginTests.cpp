@@ -156,7 +156,10 @@ TEST_F(PluginLoading, UnloadIsRefusedWhileNodesLiveAndSucceedsAfterwards)
     // The last type registered is the first one uninitializePlugin gives back.
     ASSERT_FALSE(host::createNode("dgLocator", "blockerShape").isNull());
 
+    host::clearLog();
     EXPECT_FALSE(host::unloadPlugin("dgTestPlugin"));
+    EXPECT_TRUE(host::logContains(LogLevel::kError, "dgTestPlugin")) << "a refused unload said nothing:\n"
+                                                                     << host::logText();
     EXPECT_TRUE(host::isPluginLoaded("dgTestPlugin"));
     EXPECT_EQ(host::pluginRegistrations("dgTestPlugin").nodeTypes, kDgTypes)
         << joined(host::pluginRegistrations("dgTestPlugin").nodeTypes);
@@ -221,7 +224,10 @@ TEST_F(PluginLoading, NameClashFailsInitializeAndKeepsEarlierRegistrations)
     ASSERT_TRUE(ensureUnloaded("clashPlugin"));
     host::clearLog();
     EXPECT_FALSE(host::loadPlugin(CLASH_PLUGIN));
-    EXPECT_TRUE(host::logContains(LogLevel::kError, "")) << "a failed initialize left no error in the log";
+    EXPECT_TRUE(host::logContains(LogLevel::kError, "transform")) << "the error does not name the clashing type:\n"
+                                                                  << host::logText();
+    EXPECT_TRUE(host::logContains(LogLevel::kError, "clashPlugin")) << "the error does not name the plug-in:\n"
+                                                                    << host::logText();
 
     // Half loaded: the two types registered before the clash stay.
     EXPECT_TRUE(host::isPluginLoaded("clashPlugin"));
