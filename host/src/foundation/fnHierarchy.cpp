@@ -14,8 +14,8 @@ struct Edge {
 // Child -> parent links. A type may have several parents; the plug-in node kinds list
 // kPluginDependNode as one of theirs, which is what lets a filter of kPluginDependNode
 // (MItDependencyNodes(MFn::kPluginDependNode), or the plain number 459 a plug-in may pass)
-// visit every plug-in node, locators, deformers, transforms and shapes included. Types not listed here only match
-// themselves and kBase.
+// visit every plug-in node, locators, deformers, transforms and shapes included. Types not
+// listed here only match themselves and kBase.
 constexpr Edge kEdges[] = {
     // Nodes.
     {MFn::kNamedObject, MFn::kBase},
