@@ -18,7 +18,7 @@ namespace {
 enum class CallbackKind { kEvent, kAttributeChanged, kDirtyPlug, kNameChanged };
 
 struct Callback {
-    MCallbackId id;
+    MCallbackId id = 0;
     CallbackKind kind;
     std::string event;               // kEvent
     const NodeBody* node = nullptr;  // node callbacks
