@@ -273,7 +273,7 @@ MStatus MFnNumericAttribute::getMin(float& min1) const
 MStatus MFnNumericAttribute::getMin(double& min1) const { return getLimit(fObject, false, &min1, 1); }
 MStatus MFnNumericAttribute::getMin(double& min1, double& min2, double& min3) const
 {
-    double v[3];
+    double v[3] = {0.0, 0.0, 0.0};
     MStatus s = getLimit(fObject, false, v, 3);
     min1 = v[0], min2 = v[1], min3 = v[2];
     return s;
@@ -295,7 +295,7 @@ MStatus MFnNumericAttribute::getMax(float& max1) const
 MStatus MFnNumericAttribute::getMax(double& max1) const { return getLimit(fObject, true, &max1, 1); }
 MStatus MFnNumericAttribute::getMax(double& max1, double& max2, double& max3) const
 {
-    double v[3];
+    double v[3] = {0.0, 0.0, 0.0};
     MStatus s = getLimit(fObject, true, v, 3);
     max1 = v[0], max2 = v[1], max3 = v[2];
     return s;
@@ -398,14 +398,14 @@ MStatus MFnNumericAttribute::getDefault(float& def1)
 MStatus MFnNumericAttribute::getDefault(double& def1) { return getDefaults(fObject, &def1, 1); }
 MStatus MFnNumericAttribute::getDefault(double& def1, double& def2, double& def3)
 {
-    double v[3];
+    double v[3] = {0.0, 0.0, 0.0};
     MStatus s = getDefaults(fObject, v, 3);
     def1 = v[0], def2 = v[1], def3 = v[2];
     return s;
 }
 MStatus MFnNumericAttribute::getDefault(float& def1, float& def2, float& def3)
 {
-    double v[3];
+    double v[3] = {0.0, 0.0, 0.0};
     MStatus s = getDefaults(fObject, v, 3);
     def1 = float(v[0]), def2 = float(v[1]), def3 = float(v[2]);
     return s;
