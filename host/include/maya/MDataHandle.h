@@ -106,6 +106,7 @@ private:
     struct Scratch;
     host::Value* value() const;
     double& component(int i) const;
+    Scratch& scratch() const;
     void written();
 
     host::NodeBody* fNode = nullptr;
@@ -114,5 +115,5 @@ private:
     std::shared_ptr<host::Value> fOwned; // standalone handles own their value
     host::Value* fValue = nullptr;
     int fComponent = -1; // >= 0: one component of a numeric compound
-    std::shared_ptr<Scratch> fScratch; // typed views handed out by reference
+    mutable std::shared_ptr<Scratch> fScratch; // typed views handed out by reference, made on first use
 };

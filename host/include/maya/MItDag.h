@@ -32,7 +32,6 @@ public:
 private:
     void build(const MDagPath* root);
     std::vector<MDagPath> fItems;
-    std::vector<unsigned int> fDepths;
     std::size_t fPos = 0;
     TraversalType fType = kDepthFirst;
     MFn::Type fFilter = MFn::kInvalid;

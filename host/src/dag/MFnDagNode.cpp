@@ -16,13 +16,6 @@ TQHOST_DEFINE_MFN(MFnDagNode, MFn::kDagNode)
 
 namespace {
 
-NodeBody* nodeOf(const MObject& o, MStatus* status)
-{
-    NodeBody* n = Access::node(o);
-    TQHOST_SET_STATUS(status, n ? MStatus::kSuccess : MStatus::kInvalidParameter);
-    return n;
-}
-
 // Copies the node's stored values (not its connections) to a new node of its type.
 host::NodePtr copyNode(NodeBody* source, NodeBody* parent)
 {
@@ -51,6 +44,28 @@ host::NodePtr copyTree(NodeBody* source, NodeBody* parent)
     for (NodeBody* c : children)
         copyTree(c, copy.get());
     return copy;
+}
+
+// Grows `box` by the node's bounds in its parent's space; false when it bounds nothing.
+// A transform bounds its children, each placed by its own matrix.
+bool boundsBelow(NodeBody* node, MBoundingBox& box)
+{
+    if (node->type->isShape)
+        return host::shapeBounds(node, box);
+    bool found = false;
+    for (NodeBody* child : node->children) {
+        MBoundingBox b;
+        if (!boundsBelow(child, b))
+            continue;
+        if (child->type->isTransform)
+            b.transformUsing(host::localMatrix(child));
+        if (found)
+            box.expand(b);
+        else
+            box = b;
+        found = true;
+    }
+    return found;
 }
 
 } // namespace
@@ -122,13 +137,13 @@ MObject MFnDagNode::create(const MTypeId& typeId, const MString& name, const MOb
 
 unsigned int MFnDagNode::parentCount(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n && n->parent ? 1u : 0u;
 }
 
 MObject MFnDagNode::parent(unsigned int i, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     if (!n || !n->parent || i != 0) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);
         return MObject();
@@ -138,7 +153,7 @@ MObject MFnDagNode::parent(unsigned int i, MStatus* ReturnStatus) const
 
 MStatus MFnDagNode::addChild(MObject& child, unsigned int index, bool)
 {
-    NodeBody* n = nodeOf(fObject, nullptr);
+    NodeBody* n = Access::node(fObject, nullptr);
     NodeBody* c = Access::node(child);
     if (!n || !c)
         return MStatus::kInvalidParameter;
@@ -152,7 +167,7 @@ MStatus MFnDagNode::addChild(MObject& child, unsigned int index, bool)
 
 MStatus MFnDagNode::removeChild(MObject& child)
 {
-    NodeBody* n = nodeOf(fObject, nullptr);
+    NodeBody* n = Access::node(fObject, nullptr);
     NodeBody* c = Access::node(child);
     if (!n || !c || c->parent != n)
         return MStatus::kInvalidParameter;
@@ -161,13 +176,13 @@ MStatus MFnDagNode::removeChild(MObject& child)
 
 unsigned int MFnDagNode::childCount(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? static_cast<unsigned int>(n->children.size()) : 0u;
 }
 
 MObject MFnDagNode::child(unsigned int i, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     if (!n || i >= n->children.size()) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);
         return MObject();
@@ -177,13 +192,13 @@ MObject MFnDagNode::child(unsigned int i, MStatus* ReturnStatus) const
 
 bool MFnDagNode::hasParent(const MObject& node, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n && n->parent && n->parent == Access::node(node);
 }
 
 bool MFnDagNode::hasChild(const MObject& node, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     NodeBody* c = Access::node(node);
     return n && c && c->parent == n;
 }
@@ -194,18 +209,18 @@ bool MFnDagNode::isParentOf(const MObject& node, MStatus* ReturnStatus) const { 
 
 bool MFnDagNode::isInstanced(bool, MStatus* ReturnStatus) const
 {
-    nodeOf(fObject, ReturnStatus);
+    Access::node(fObject, ReturnStatus);
     return false;
 }
 
 unsigned int MFnDagNode::instanceCount(bool, MStatus* ReturnStatus) const
 {
-    return nodeOf(fObject, ReturnStatus) ? 1u : 0u;
+    return Access::node(fObject, ReturnStatus) ? 1u : 0u;
 }
 
 MObject MFnDagNode::duplicate(bool, bool, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     if (!n)
         return MObject();
     host::NodePtr copy;
@@ -248,20 +263,20 @@ MString MFnDagNode::partialPathName(MStatus* ReturnStatus) const { return dagPat
 
 MMatrix MFnDagNode::transformationMatrix(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return host::localMatrix(n);
 }
 
 bool MFnDagNode::isIntermediateObject(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     const host::AttributeBody* a = n ? n->type->findAttribute("intermediateObject") : nullptr;
     return a && host::readValue(n, host::PlugKey{a, {}}).num[0] != 0.0;
 }
 
 MStatus MFnDagNode::setIntermediateObject(bool isIntermediate)
 {
-    NodeBody* n = nodeOf(fObject, nullptr);
+    NodeBody* n = Access::node(fObject, nullptr);
     const host::AttributeBody* a = n ? n->type->findAttribute("intermediateObject") : nullptr;
     if (!a)
         return MStatus::kInvalidParameter;
@@ -270,22 +285,8 @@ MStatus MFnDagNode::setIntermediateObject(bool isIntermediate)
 
 MBoundingBox MFnDagNode::boundingBox(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
     MBoundingBox box;
-    if (!n)
-        return box;
-    if (n->type->isShape) {
-        host::shapeBounds(n, box);
-        return box;
-    }
-    // A transform bounds its children, each placed by its own matrix.
-    for (NodeBody* c : n->children) {
-        MFnDagNode child(Access::object(c->shared_from_this()));
-        MBoundingBox b = child.boundingBox();
-        if (c->type->isTransform)
-            b.transformUsing(host::localMatrix(c));
-        if (b.width() > 0 || b.height() > 0 || b.depth() > 0 || !(b.min() == b.max()))
-            box.expand(b);
-    }
+    if (NodeBody* n = Access::node(fObject, ReturnStatus))
+        boundsBelow(n, box);
     return box;
 }

@@ -20,28 +20,21 @@ MItDag::~MItDag() = default;
 void MItDag::build(const MDagPath* root)
 {
     fItems.clear();
-    fDepths.clear();
     fPos = 0;
-    std::vector<std::pair<MDagPath, unsigned int>> order;
+    std::vector<MDagPath> order;
     std::vector<NodeBody*> starts;
-    MDagPath base;
-    unsigned int baseDepth = 0;
     if (root && root->isValid()) {
-        base = *root;
-        baseDepth = root->length();
-        order.emplace_back(base, baseDepth);
+        order.push_back(*root);
         starts = Access::node(root->node())->children;
     } else {
         starts = host::Scene::current().world()->children;
     }
-    auto pathOf = [](NodeBody* n) { return Access::pathTo(n); };
     if (fType == kBreadthFirst) {
         std::deque<NodeBody*> queue(starts.begin(), starts.end());
         while (!queue.empty()) {
             NodeBody* n = queue.front();
             queue.pop_front();
-            MDagPath p = pathOf(n);
-            order.emplace_back(p, p.length());
+            order.push_back(Access::pathTo(n));
             queue.insert(queue.end(), n->children.begin(), n->children.end());
         }
     } else {
@@ -49,16 +42,13 @@ void MItDag::build(const MDagPath* root)
         while (!stack.empty()) {
             NodeBody* n = stack.back();
             stack.pop_back();
-            MDagPath p = pathOf(n);
-            order.emplace_back(p, p.length());
+            order.push_back(Access::pathTo(n));
             stack.insert(stack.end(), n->children.rbegin(), n->children.rend());
         }
     }
-    for (auto& item : order)
-        if (fFilter == MFn::kInvalid || item.first.hasFn(fFilter)) {
-            fItems.push_back(item.first);
-            fDepths.push_back(item.second);
-        }
+    for (const MDagPath& path : order)
+        if (fFilter == MFn::kInvalid || path.hasFn(fFilter))
+            fItems.push_back(path);
 }
 
 MStatus MItDag::reset()
@@ -139,20 +129,19 @@ MString MItDag::partialPathName(MStatus* ReturnStatus) const
 unsigned int MItDag::depth(MStatus* ReturnStatus) const
 {
     TQHOST_SET_STATUS(ReturnStatus, fPos < fItems.size() ? MStatus::kSuccess : MStatus::kFailure);
-    return fPos < fItems.size() ? fDepths[fPos] : 0u;
+    return fPos < fItems.size() ? fItems[fPos].length() : 0u;
 }
 
 void MItDag::prune()
 {
-    if (fPos >= fItems.size())
+    if (fPos >= fItems.size() || fType != kDepthFirst)
         return;
-    // Skip everything below the current item.
-    unsigned int d = fDepths[fPos];
+    // Skip everything below the current item: in depth-first order it follows directly.
+    unsigned int depth = fItems[fPos].length();
     std::size_t end = fPos + 1;
-    while (end < fItems.size() && fDepths[end] > d && fType == kDepthFirst)
+    while (end < fItems.size() && fItems[end].length() > depth)
         ++end;
     fItems.erase(fItems.begin() + fPos + 1, fItems.begin() + end);
-    fDepths.erase(fDepths.begin() + fPos + 1, fDepths.begin() + end);
 }
 
 MItDag::TraversalType MItDag::getType(MStatus* ReturnStatus) const

@@ -12,15 +12,15 @@
 namespace host {
 namespace {
 
-bool triple(NodeBody* node, const char* name, double out[3])
+// Leaves `out` as it is when the node has no such attribute.
+void triple(NodeBody* node, const char* name, double out[3])
 {
     const AttributeBody* a = node->type->findAttribute(name);
     if (!a)
-        return false;
+        return;
     Value v = readValue(node, PlugKey{a, {}});
     for (int i = 0; i < 3; ++i)
         out[i] = v.num[i];
-    return true;
 }
 
 std::unordered_map<std::string, BoundsFunction>& boundsTable()

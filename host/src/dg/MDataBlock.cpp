@@ -17,7 +17,7 @@ bool keyFor(host::NodeBody* node, const MObject& attribute, PlugKey& key)
     const host::AttributeBody* a = Access::attribute(attribute);
     if (!node || !a)
         return false;
-    if (!node->type->findAttribute(a->longName) || node->type->findAttribute(a->longName) != a)
+    if (node->type->findAttribute(a->longName) != a)
         return false;
     int depth = a->arrayDepth();
     if (depth > 1 || (depth == 1 && !a->flags.array))

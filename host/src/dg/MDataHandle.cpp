@@ -34,10 +34,17 @@ struct MDataHandle::Scratch {
     MString string;
 };
 
-MDataHandle::MDataHandle() : fScratch(std::make_shared<Scratch>()) {}
+MDataHandle::MDataHandle() = default;
 MDataHandle::MDataHandle(const MDataHandle& other) = default;
 MDataHandle& MDataHandle::operator=(const MDataHandle& other) = default;
 MDataHandle::~MDataHandle() = default;
+
+MDataHandle::Scratch& MDataHandle::scratch() const
+{
+    if (!fScratch)
+        fScratch = std::make_shared<Scratch>();
+    return *fScratch;
+}
 
 Value* MDataHandle::value() const { return fOwned ? fOwned.get() : fValue; }
 
@@ -45,8 +52,8 @@ double& MDataHandle::component(int i) const
 {
     Value* v = value();
     if (!v) {
-        fScratch->d = 0.0;
-        return fScratch->d;
+        scratch().d = 0.0;
+        return scratch().d;
     }
     if (v->kind == Value::Kind::kNone)
         v->kind = Value::Kind::kNumeric;
@@ -80,11 +87,8 @@ bool MDataHandle::isGeneric(bool& isNumericOut, bool& isNull) const
 
 MFnNumericData::Type MDataHandle::numericType() const
 {
-    if (!fAttr)
-        return MFnNumericData::kInvalid;
-    if (fComponent >= 0 && fAttr->parent)
-        return fAttr->numericType;
-    return fAttr->numericType;
+    // A component handle carries its child attribute, so this is the component's type.
+    return fAttr ? fAttr->numericType : MFnNumericData::kInvalid;
 }
 
 MFnData::Type MDataHandle::type() const
@@ -114,100 +118,100 @@ double& MDataHandle::asDouble() const { return component(0); }
 
 bool& MDataHandle::asBool() const
 {
-    fScratch->b = component(0) != 0.0;
-    return fScratch->b;
+    scratch().b = component(0) != 0.0;
+    return scratch().b;
 }
 char& MDataHandle::asChar() const
 {
-    fScratch->c = static_cast<char>(component(0));
-    return fScratch->c;
+    scratch().c = static_cast<char>(component(0));
+    return scratch().c;
 }
 unsigned char& MDataHandle::asUChar() const
 {
-    fScratch->uc = static_cast<unsigned char>(component(0));
-    return fScratch->uc;
+    scratch().uc = static_cast<unsigned char>(component(0));
+    return scratch().uc;
 }
 short& MDataHandle::asShort() const
 {
-    fScratch->s = static_cast<short>(component(0));
-    return fScratch->s;
+    scratch().s = static_cast<short>(component(0));
+    return scratch().s;
 }
 int& MDataHandle::asInt() const
 {
     double d = component(0);
-    fScratch->i = (d > 2147483647.0 || d < -2147483648.0 || d != d) ? 0 : static_cast<int>(d);
-    return fScratch->i;
+    scratch().i = (d > 2147483647.0 || d < -2147483648.0 || d != d) ? 0 : static_cast<int>(d);
+    return scratch().i;
 }
 float& MDataHandle::asFloat() const
 {
-    fScratch->f = static_cast<float>(component(0));
-    return fScratch->f;
+    scratch().f = static_cast<float>(component(0));
+    return scratch().f;
 }
 double2& MDataHandle::asDouble2() const
 {
     for (int k = 0; k < 2; ++k)
-        fScratch->d2[k] = component(k);
-    return fScratch->d2;
+        scratch().d2[k] = component(k);
+    return scratch().d2;
 }
 double3& MDataHandle::asDouble3() const
 {
     for (int k = 0; k < 3; ++k)
-        fScratch->d3[k] = component(k);
-    return fScratch->d3;
+        scratch().d3[k] = component(k);
+    return scratch().d3;
 }
 float2& MDataHandle::asFloat2() const
 {
     for (int k = 0; k < 2; ++k)
-        fScratch->f2[k] = static_cast<float>(component(k));
-    return fScratch->f2;
+        scratch().f2[k] = static_cast<float>(component(k));
+    return scratch().f2;
 }
 float3& MDataHandle::asFloat3() const
 {
     for (int k = 0; k < 3; ++k)
-        fScratch->f3[k] = static_cast<float>(component(k));
-    return fScratch->f3;
+        scratch().f3[k] = static_cast<float>(component(k));
+    return scratch().f3;
 }
 int2& MDataHandle::asInt2() const
 {
     for (int k = 0; k < 2; ++k)
-        fScratch->i2[k] = static_cast<int>(component(k));
-    return fScratch->i2;
+        scratch().i2[k] = static_cast<int>(component(k));
+    return scratch().i2;
 }
 int3& MDataHandle::asInt3() const
 {
     for (int k = 0; k < 3; ++k)
-        fScratch->i3[k] = static_cast<int>(component(k));
-    return fScratch->i3;
+        scratch().i3[k] = static_cast<int>(component(k));
+    return scratch().i3;
 }
 short2& MDataHandle::asShort2() const
 {
     for (int k = 0; k < 2; ++k)
-        fScratch->s2[k] = static_cast<short>(component(k));
-    return fScratch->s2;
+        scratch().s2[k] = static_cast<short>(component(k));
+    return scratch().s2;
 }
 short3& MDataHandle::asShort3() const
 {
     for (int k = 0; k < 3; ++k)
-        fScratch->s3[k] = static_cast<short>(component(k));
-    return fScratch->s3;
+        scratch().s3[k] = static_cast<short>(component(k));
+    return scratch().s3;
 }
 MVector& MDataHandle::asVector() const
 {
-    fScratch->vector = MVector(component(0), component(1), component(2));
-    return fScratch->vector;
+    scratch().vector = MVector(component(0), component(1), component(2));
+    return scratch().vector;
 }
 MFloatVector& MDataHandle::asFloatVector() const
 {
-    fScratch->floatVector = MFloatVector(static_cast<float>(component(0)), static_cast<float>(component(1)),
+    scratch().floatVector = MFloatVector(static_cast<float>(component(0)), static_cast<float>(component(1)),
                                          static_cast<float>(component(2)));
-    return fScratch->floatVector;
+    return scratch().floatVector;
 }
 MMatrix& MDataHandle::asMatrix() const
 {
     Value* v = value();
     if (!v) {
-        fScratch->matrix = MMatrix();
-        return fScratch->matrix;
+        scratch().matrix = MMatrix();
+        return scratch().matrix;
     }
     if (v->kind == Value::Kind::kData)
         if (auto m = Access::as<host::MatrixDataBody>(v->data))
@@ -219,8 +223,8 @@ MFloatMatrix& MDataHandle::asFloatMatrix() const
     const MMatrix& m = asMatrix();
     for (int r = 0; r < 4; ++r)
         for (int c = 0; c < 4; ++c)
-            fScratch->floatMatrix.matrix[r][c] = static_cast<float>(m.matrix[r][c]);
-    return fScratch->floatMatrix;
+            scratch().floatMatrix.matrix[r][c] = static_cast<float>(m.matrix[r][c]);
+    return scratch().floatMatrix;
 }
 MString& MDataHandle::asString() const
 {
@@ -228,8 +232,8 @@ MString& MDataHandle::asString() const
     if (v && v->kind == Value::Kind::kData)
         if (auto s = Access::as<host::StringDataBody>(v->data))
             return s->write();
-    fScratch->string = MString();
-    return fScratch->string;
+    scratch().string = MString();
+    return scratch().string;
 }
 
 MObject MDataHandle::data()

@@ -14,13 +14,6 @@ TQHOST_DEFINE_MFN(MFnDependencyNode, MFn::kDependencyNode)
 
 namespace {
 
-NodeBody* nodeOf(const MObject& o, MStatus* status)
-{
-    NodeBody* n = Access::node(o);
-    TQHOST_SET_STATUS(status, n ? MStatus::kSuccess : MStatus::kInvalidParameter);
-    return n;
-}
-
 // A DG node by type; DAG types need MFnDagNode::create.
 MObject createDG(MFnDependencyNode& fn, const host::NodeType* type, const MString& name, MStatus* status)
 {
@@ -62,31 +55,31 @@ MObject MFnDependencyNode::create(const MString& type, const MString& name, MSta
 
 MTypeId MFnDependencyNode::typeId(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? n->type->id : MTypeId(0);
 }
 
 MString MFnDependencyNode::typeName(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? MString(n->type->name.c_str()) : MString();
 }
 
 MString MFnDependencyNode::name(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? MString(n->name.c_str()) : MString();
 }
 
 MString MFnDependencyNode::absoluteName(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? MString((":" + n->name).c_str()) : MString();
 }
 
 MString MFnDependencyNode::setName(const MString& name, bool, MStatus* ReturnStatus)
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     if (!n)
         return MString();
     MStatus st = host::Scene::current().rename(n, name.asChar());
@@ -96,19 +89,19 @@ MString MFnDependencyNode::setName(const MString& name, bool, MStatus* ReturnSta
 
 MUuid MFnDependencyNode::uuid(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? n->uuid : MUuid();
 }
 
 MString MFnDependencyNode::pluginName(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? MString(n->type->pluginName.c_str()) : MString();
 }
 
 MPxNode* MFnDependencyNode::userNode(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     if (!n || n->type->pluginName.empty()) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);
         return nullptr;
@@ -118,14 +111,14 @@ MPxNode* MFnDependencyNode::userNode(MStatus* ReturnStatus) const
 
 bool MFnDependencyNode::isDefaultNode(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n && (n->name == "initialShadingGroup" || n->name == "defaultLightSet");
 }
 
 MStatus MFnDependencyNode::getConnections(MPlugArray& array) const
 {
     array.clear();
-    NodeBody* n = nodeOf(fObject, nullptr);
+    NodeBody* n = Access::node(fObject, nullptr);
     if (!n)
         return MStatus::kInvalidParameter;
     for (const auto& entry : n->slots)
@@ -136,13 +129,13 @@ MStatus MFnDependencyNode::getConnections(MPlugArray& array) const
 
 unsigned int MFnDependencyNode::attributeCount(MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n ? static_cast<unsigned int>(n->type->attributes.size()) : 0u;
 }
 
 MObject MFnDependencyNode::attribute(unsigned int index, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     if (!n || index >= n->type->attributes.size()) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);
         return MObject();
@@ -152,7 +145,7 @@ MObject MFnDependencyNode::attribute(unsigned int index, MStatus* ReturnStatus) 
 
 MObject MFnDependencyNode::attribute(const MString& attrName, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     host::AttributeBody* a = n ? n->type->findAttribute(attrName.asChar()) : nullptr;
     if (!a) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);
@@ -163,14 +156,14 @@ MObject MFnDependencyNode::attribute(const MString& attrName, MStatus* ReturnSta
 
 bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     return n && n->type->findAttribute(name.asChar());
 }
 
 MStatus MFnDependencyNode::getAffectedAttributes(const MObject& attr, MObjectArray& affected) const
 {
     affected.clear();
-    NodeBody* n = nodeOf(fObject, nullptr);
+    NodeBody* n = Access::node(fObject, nullptr);
     const host::AttributeBody* a = Access::attribute(attr);
     if (!n || !a)
         return MStatus::kInvalidParameter;
@@ -184,7 +177,7 @@ MStatus MFnDependencyNode::getAffectedAttributes(const MObject& attr, MObjectArr
 MStatus MFnDependencyNode::getAffectingAttributes(const MObject& attr, MObjectArray& affecting) const
 {
     affecting.clear();
-    NodeBody* n = nodeOf(fObject, nullptr);
+    NodeBody* n = Access::node(fObject, nullptr);
     const host::AttributeBody* a = Access::attribute(attr);
     if (!n || !a)
         return MStatus::kInvalidParameter;
@@ -208,7 +201,7 @@ MPlug MFnDependencyNode::findPlug(const MString& attrName, bool, MStatus* Return
 
 MPlug MFnDependencyNode::findPlug(const MObject& attr, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     const host::AttributeBody* a = Access::attribute(attr);
     if (!n || !a || n->type->findAttribute(a->longName) != a) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);
@@ -219,7 +212,7 @@ MPlug MFnDependencyNode::findPlug(const MObject& attr, MStatus* ReturnStatus) co
 
 MPlug MFnDependencyNode::findPlug(const MString& attrName, MStatus* ReturnStatus) const
 {
-    NodeBody* n = nodeOf(fObject, ReturnStatus);
+    NodeBody* n = Access::node(fObject, ReturnStatus);
     const host::AttributeBody* a = n ? n->type->findAttribute(attrName.asChar()) : nullptr;
     if (!a) {
         TQHOST_SET_STATUS(ReturnStatus, MStatus::kInvalidParameter);

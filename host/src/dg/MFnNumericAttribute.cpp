@@ -215,6 +215,15 @@ MStatus getLimit(const MObject& o, bool max, double* out, int count)
     return MStatus::kSuccess;
 }
 
+template <class T>
+MStatus getLimitAs(const MObject& o, bool max, T& out)
+{
+    double v = 0;
+    MStatus s = getLimit(o, max, &v, 1);
+    out = static_cast<T>(v);
+    return s;
+}
+
 MStatus setDefaults(const MObject& o, std::initializer_list<double> values)
 {
     AttributeBody* a = host::attributeOf(o);
@@ -243,6 +252,15 @@ MStatus getDefaults(const MObject& o, double* out, int count)
     return MStatus::kSuccess;
 }
 
+template <class T>
+MStatus getDefaultAs(const MObject& o, T& out)
+{
+    double v = 0;
+    MStatus s = getDefaults(o, &v, 1);
+    out = static_cast<T>(v);
+    return s;
+}
+
 } // namespace
 
 bool MFnNumericAttribute::hasMin(MStatus* s) const { return query(fObject, s, [](auto& a) { return a.hasMin; }); }
@@ -256,20 +274,8 @@ bool MFnNumericAttribute::hasSoftMax(MStatus* s) const
     return query(fObject, s, [](auto& a) { return a.hasSoftMax; });
 }
 
-MStatus MFnNumericAttribute::getMin(int& min1) const
-{
-    double v = 0;
-    MStatus s = getLimit(fObject, false, &v, 1);
-    min1 = static_cast<int>(v);
-    return s;
-}
-MStatus MFnNumericAttribute::getMin(float& min1) const
-{
-    double v = 0;
-    MStatus s = getLimit(fObject, false, &v, 1);
-    min1 = static_cast<float>(v);
-    return s;
-}
+MStatus MFnNumericAttribute::getMin(int& min1) const { return getLimitAs(fObject, false, min1); }
+MStatus MFnNumericAttribute::getMin(float& min1) const { return getLimitAs(fObject, false, min1); }
 MStatus MFnNumericAttribute::getMin(double& min1) const { return getLimit(fObject, false, &min1, 1); }
 MStatus MFnNumericAttribute::getMin(double& min1, double& min2, double& min3) const
 {
@@ -278,20 +284,8 @@ MStatus MFnNumericAttribute::getMin(double& min1, double& min2, double& min3) co
     min1 = v[0], min2 = v[1], min3 = v[2];
     return s;
 }
-MStatus MFnNumericAttribute::getMax(int& max1) const
-{
-    double v = 0;
-    MStatus s = getLimit(fObject, true, &v, 1);
-    max1 = static_cast<int>(v);
-    return s;
-}
-MStatus MFnNumericAttribute::getMax(float& max1) const
-{
-    double v = 0;
-    MStatus s = getLimit(fObject, true, &v, 1);
-    max1 = static_cast<float>(v);
-    return s;
-}
+MStatus MFnNumericAttribute::getMax(int& max1) const { return getLimitAs(fObject, true, max1); }
+MStatus MFnNumericAttribute::getMax(float& max1) const { return getLimitAs(fObject, true, max1); }
 MStatus MFnNumericAttribute::getMax(double& max1) const { return getLimit(fObject, true, &max1, 1); }
 MStatus MFnNumericAttribute::getMax(double& max1, double& max2, double& max3) const
 {
@@ -374,27 +368,9 @@ MStatus MFnNumericAttribute::setSoftMax(double max1)
     return MStatus::kSuccess;
 }
 
-MStatus MFnNumericAttribute::getDefault(bool& def1)
-{
-    double v = 0;
-    MStatus s = getDefaults(fObject, &v, 1);
-    def1 = v != 0.0;
-    return s;
-}
-MStatus MFnNumericAttribute::getDefault(int& def1)
-{
-    double v = 0;
-    MStatus s = getDefaults(fObject, &v, 1);
-    def1 = static_cast<int>(v);
-    return s;
-}
-MStatus MFnNumericAttribute::getDefault(float& def1)
-{
-    double v = 0;
-    MStatus s = getDefaults(fObject, &v, 1);
-    def1 = static_cast<float>(v);
-    return s;
-}
+MStatus MFnNumericAttribute::getDefault(bool& def1) { return getDefaultAs(fObject, def1); }
+MStatus MFnNumericAttribute::getDefault(int& def1) { return getDefaultAs(fObject, def1); }
+MStatus MFnNumericAttribute::getDefault(float& def1) { return getDefaultAs(fObject, def1); }
 MStatus MFnNumericAttribute::getDefault(double& def1) { return getDefaults(fObject, &def1, 1); }
 MStatus MFnNumericAttribute::getDefault(double& def1, double& def2, double& def3)
 {

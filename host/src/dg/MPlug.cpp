@@ -382,6 +382,18 @@ double MPlug::asDouble(MStatus* ReturnStatus) const
     return numberOf(host::readValue(r.node, r.key, ReturnStatus));
 }
 
+namespace {
+
+template <class T, class Read>
+MStatus readInto(T& val, Read read)
+{
+    MStatus s;
+    val = read(&s);
+    return s;
+}
+
+} // namespace
+
 bool MPlug::asBool(MStatus* ReturnStatus) const { return asDouble(ReturnStatus) != 0.0; }
 char MPlug::asChar(MStatus* ReturnStatus) const { return static_cast<char>(asInt(ReturnStatus)); }
 short MPlug::asShort(MStatus* ReturnStatus) const { return static_cast<short>(asInt(ReturnStatus)); }
@@ -405,48 +417,13 @@ MDataHandle MPlug::asMDataHandle(MStatus* ReturnStatus) const
 
 void MPlug::destructHandle(MDataHandle&) const {}
 
-MStatus MPlug::getValue(MObject& val) const
-{
-    MStatus s;
-    val = asMObject(&s);
-    return s;
-}
-MStatus MPlug::getValue(double& val) const
-{
-    MStatus s;
-    val = asDouble(&s);
-    return s;
-}
-MStatus MPlug::getValue(float& val) const
-{
-    MStatus s;
-    val = asFloat(&s);
-    return s;
-}
-MStatus MPlug::getValue(int& val) const
-{
-    MStatus s;
-    val = asInt(&s);
-    return s;
-}
-MStatus MPlug::getValue(short& val) const
-{
-    MStatus s;
-    val = asShort(&s);
-    return s;
-}
-MStatus MPlug::getValue(bool& val) const
-{
-    MStatus s;
-    val = asBool(&s);
-    return s;
-}
-MStatus MPlug::getValue(MString& val) const
-{
-    MStatus s;
-    val = asString(&s);
-    return s;
-}
+MStatus MPlug::getValue(MObject& val) const { return readInto(val, [this](MStatus* s) { return asMObject(s); }); }
+MStatus MPlug::getValue(double& val) const { return readInto(val, [this](MStatus* s) { return asDouble(s); }); }
+MStatus MPlug::getValue(float& val) const { return readInto(val, [this](MStatus* s) { return asFloat(s); }); }
+MStatus MPlug::getValue(int& val) const { return readInto(val, [this](MStatus* s) { return asInt(s); }); }
+MStatus MPlug::getValue(short& val) const { return readInto(val, [this](MStatus* s) { return asShort(s); }); }
+MStatus MPlug::getValue(bool& val) const { return readInto(val, [this](MStatus* s) { return asBool(s); }); }
+MStatus MPlug::getValue(MString& val) const { return readInto(val, [this](MStatus* s) { return asString(s); }); }
 
 MStatus MPlug::setMObject(const MObject& value)
 {

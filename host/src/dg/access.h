@@ -44,6 +44,14 @@ public:
         auto* n = dynamic_cast<NodeBody*>(object.fBody.get());
         return n && n->isAlive ? n : nullptr;
     }
+    // The live node behind a function set's object, reporting kInvalidParameter when none.
+    static NodeBody* node(const MObject& object, MStatus* status)
+    {
+        NodeBody* n = node(object);
+        if (status)
+            *status = n ? MStatus::kSuccess : MStatus::kInvalidParameter;
+        return n;
+    }
     static AttributeBody* attribute(const MObject& object);
 
     // MPlug

@@ -65,48 +65,49 @@ void dirtyOne(NodeBody* node, const PlugKey& key, Visited& visited)
     propagate(node, key, visited);
 }
 
-// Keys of existing slots at or below `key` in the compound and array hierarchy.
-std::vector<PlugKey> descendants(NodeBody* node, const PlugKey& key)
+// Appends the existing plugs below `key`: the elements of an array plug and the children
+// of a compound, walked down through the slots that exist, never the whole node.
+void collectDescendants(NodeBody* node, const PlugKey& key, std::vector<PlugKey>& out)
 {
-    std::vector<PlugKey> out;
-    for (const auto& entry : node->slots) {
-        const PlugKey& k = entry.first;
-        if (k == key)
-            continue;
-        bool below = false;
-        for (const AttributeBody* a = k.attr; a; a = a->parent)
-            if (a == key.attr) {
-                below = true;
-                break;
-            }
-        if (!below || k.indices.size() < key.indices.size())
-            continue;
-        if (std::equal(key.indices.begin(), key.indices.end(), k.indices.begin()))
-            out.push_back(k);
+    if (key.isArrayPlug()) {
+        const PlugSlot* s = node->findSlot(key);
+        if (!s)
+            return;
+        for (unsigned int e : s->elements) {
+            PlugKey element = key;
+            element.indices.push_back(e);
+            out.push_back(element);
+            collectDescendants(node, element, out);
+        }
+        return;
     }
-    return out;
+    for (const auto& child : key.attr->children) {
+        PlugKey k{child.get(), key.indices};
+        if (node->findSlot(k))
+            out.push_back(k);
+        collectDescendants(node, k, out);
+    }
 }
 
-void dirtyAttribute(NodeBody* node, const AttributeBody* attr, const PlugKey& cause, Visited& visited)
+bool isAtOrBelow(const AttributeBody* attr, const AttributeBody* ancestor)
 {
-    if (attr->arrayDepth() == 0 || (attr->flags.array && attr->arrayDepth() == 1)) {
-        PlugKey k{attr, {}};
-        if (!attr->flags.array && attr->arrayDepth() == 0) {
+    for (const AttributeBody* a = attr; a; a = a->parent)
+        if (a == ancestor)
+            return true;
+    return false;
+}
+
+// Dirties every plug of the attribute, and everything below those plugs.
+void dirtyAttribute(NodeBody* node, const AttributeBody* attr, Visited& visited)
+{
+    // Outside arrays the attribute's plug needs no slot to be addressed.
+    if (!attr->parent || attr->parent->arrayDepth() == 0)
+        dirtyOne(node, PlugKey{attr, {}}, visited);
+    std::vector<PlugKey> plugs;
+    collectDescendants(node, PlugKey{attr->root(), {}}, plugs);
+    for (const PlugKey& k : plugs)
+        if (isAtOrBelow(k.attr, attr))
             dirtyOne(node, k, visited);
-        } else {
-            dirtyOne(node, k, visited);
-            for (const PlugKey& d : descendants(node, k))
-                dirtyOne(node, d, visited);
-        }
-    } else {
-        // Inside arrays: the plugs at the cause's indices, and every existing one.
-        for (const PlugKey& k : node->slotsOf(attr))
-            dirtyOne(node, k, visited);
-        (void)cause;
-    }
-    for (const auto& child : attr->children)
-        if (!attr->isNumericCompound)
-            dirtyAttribute(node, child.get(), cause, visited);
 }
 
 void propagate(NodeBody* node, const PlugKey& key, Visited& visited)
@@ -118,7 +119,7 @@ void propagate(NodeBody* node, const PlugKey& key, Visited& visited)
         if (it == type->affects.end())
             continue;
         for (const AttributeBody* affected : it->second)
-            dirtyAttribute(node, affected, key, visited);
+            dirtyAttribute(node, affected, visited);
     }
     // The node's own say.
     if (node->px) {
@@ -135,8 +136,7 @@ void propagate(NodeBody* node, const PlugKey& key, Visited& visited)
     std::vector<PlugKey> related{key};
     for (PlugKey k = key, p; parentKey(k, p); k = p)
         related.push_back(p);
-    for (const PlugKey& d : descendants(node, key))
-        related.push_back(d);
+    collectDescendants(node, key, related);
     for (const PlugKey& k : related) {
         PlugSlot* s = node->findSlot(k);
         if (!s)

@@ -51,21 +51,4 @@ const PlugSlot* NodeBody::findSlot(const PlugKey& key) const
     return it == slots.end() ? nullptr : &it->second;
 }
 
-std::vector<PlugKey> NodeBody::slotsOf(const AttributeBody* attr) const
-{
-    std::vector<PlugKey> out;
-    for (const auto& entry : slots)
-        if (entry.first.attr == attr)
-            out.push_back(entry.first);
-    return out;
-}
-
-const Value& NodeBody::storedValue(const PlugKey& key)
-{
-    const PlugSlot* s = findSlot(key);
-    if (s && s->hasValue)
-        return s->value;
-    return key.attr->defaultValue;
-}
-
 } // namespace host

@@ -49,11 +49,6 @@ public:
     PlugSlot& slot(const PlugKey& key);
     PlugSlot* findSlot(const PlugKey& key);
     const PlugSlot* findSlot(const PlugKey& key) const;
-    // Every slot whose attribute is the given one (any indices).
-    std::vector<PlugKey> slotsOf(const AttributeBody* attr) const;
-
-    // The stored value, or the attribute's default when nothing was stored.
-    const Value& storedValue(const PlugKey& key);
 
     const NodeType* type;
     std::string name;

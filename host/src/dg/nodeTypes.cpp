@@ -123,7 +123,6 @@ MStatus initLocator()
     fn.setStorable(false);
     MPxLocatorNode::underWorldObject = numeric("underWorldObject", "uwo", MFnNumericData::kBoolean, 0, false,
                                                true);
-    MPxLocatorNode::localPositionX = fn.child(0);
     for (const MObject* a : {&MPxLocatorNode::underWorldObject, &MPxLocatorNode::localPosition,
                              &MPxLocatorNode::worldPosition, &MPxLocatorNode::localScale})
         MPxNode::addAttribute(*a);
