@@ -1,6 +1,10 @@
 #include <maya/MColorArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
+
+namespace arrayOps = host::arrayOps;
 
 namespace {
 template <typename Scalar>
@@ -12,7 +16,7 @@ MColor fromRow(const Scalar* row)
 } // namespace
 
 MColorArray::MColorArray(const MColor src[], unsigned int count)
-    : fArray(src, count, [](const MColor& c) { return c; })
+    : fArray(src, count, arrayOps::MakeElement<MColor>())
 {
 }
 
@@ -97,21 +101,11 @@ MColorArray::const_iterator MColorArray::end() const { return fArray.end(); }
 MColorArray::const_iterator MColorArray::cbegin() const { return fArray.begin(); }
 MColorArray::const_iterator MColorArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MColorArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MColorArray& array) { return arrayOps::print(os, array); }
 
 const char* MColorArray::className() { return "MColorArray"; }
 
 MStatus MColorArray::insert(const MColor& element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MColorArray::append(const MColor& element) { return fArray.append(element); }
 
-MStatus MColorArray::copy(const MColorArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MColorArray::copy(const MColorArray& source) { return arrayOps::copy(*this, source); }

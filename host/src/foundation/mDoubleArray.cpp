@@ -1,19 +1,18 @@
 #include <maya/MDoubleArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
-namespace {
-template <typename From>
-double toElement(From value) { return static_cast<double>(value); }
-} // namespace
+namespace arrayOps = host::arrayOps;
 
 MDoubleArray::MDoubleArray(const double src[], unsigned int count)
-    : fArray(src, count, [](double v) { return v; })
+    : fArray(src, count, arrayOps::MakeElement<double>())
 {
 }
 
 MDoubleArray::MDoubleArray(const float src[], unsigned int count)
-    : fArray(src, count, [](float v) { return toElement(v); })
+    : fArray(src, count, arrayOps::MakeElement<double>())
 {
 }
 
@@ -46,33 +45,16 @@ MDoubleArray::const_iterator MDoubleArray::end() const { return fArray.end(); }
 MDoubleArray::const_iterator MDoubleArray::cbegin() const { return fArray.begin(); }
 MDoubleArray::const_iterator MDoubleArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MDoubleArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MDoubleArray& array) { return arrayOps::print(os, array); }
 
 const char* MDoubleArray::className() { return "MDoubleArray"; }
 
 MStatus MDoubleArray::set(double element, unsigned int index) { return fArray.set(element, index); }
-MStatus MDoubleArray::set(float element, unsigned int index) { return fArray.set(toElement(element), index); }
+MStatus MDoubleArray::set(float element, unsigned int index) { return fArray.set(static_cast<double>(element), index); }
 MStatus MDoubleArray::insert(double element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MDoubleArray::append(double element) { return fArray.append(element); }
 
-MStatus MDoubleArray::copy(const MDoubleArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MDoubleArray::copy(const MDoubleArray& source) { return arrayOps::copy(*this, source); }
 
-MStatus MDoubleArray::get(double dest[]) const
-{
-    return fArray.get(dest, [](double from, double& to) { to = static_cast<double>(from); });
-}
-
-MStatus MDoubleArray::get(float dest[]) const
-{
-    return fArray.get(dest, [](double from, float& to) { to = static_cast<float>(from); });
-}
+MStatus MDoubleArray::get(double dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }
+MStatus MDoubleArray::get(float dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }

@@ -1,19 +1,18 @@
 #include <maya/MFloatArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
-namespace {
-template <typename From>
-float toElement(From value) { return static_cast<float>(value); }
-} // namespace
+namespace arrayOps = host::arrayOps;
 
 MFloatArray::MFloatArray(const float src[], unsigned int count)
-    : fArray(src, count, [](float v) { return v; })
+    : fArray(src, count, arrayOps::MakeElement<float>())
 {
 }
 
 MFloatArray::MFloatArray(const double src[], unsigned int count)
-    : fArray(src, count, [](double v) { return toElement(v); })
+    : fArray(src, count, arrayOps::MakeElement<float>())
 {
 }
 
@@ -46,33 +45,16 @@ MFloatArray::const_iterator MFloatArray::end() const { return fArray.end(); }
 MFloatArray::const_iterator MFloatArray::cbegin() const { return fArray.begin(); }
 MFloatArray::const_iterator MFloatArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MFloatArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MFloatArray& array) { return arrayOps::print(os, array); }
 
 const char* MFloatArray::className() { return "MFloatArray"; }
 
 MStatus MFloatArray::set(float element, unsigned int index) { return fArray.set(element, index); }
-MStatus MFloatArray::set(double element, unsigned int index) { return fArray.set(toElement(element), index); }
+MStatus MFloatArray::set(double element, unsigned int index) { return fArray.set(static_cast<float>(element), index); }
 MStatus MFloatArray::insert(float element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MFloatArray::append(float element) { return fArray.append(element); }
 
-MStatus MFloatArray::copy(const MFloatArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MFloatArray::copy(const MFloatArray& source) { return arrayOps::copy(*this, source); }
 
-MStatus MFloatArray::get(float dest[]) const
-{
-    return fArray.get(dest, [](float from, float& to) { to = static_cast<float>(from); });
-}
-
-MStatus MFloatArray::get(double dest[]) const
-{
-    return fArray.get(dest, [](float from, double& to) { to = static_cast<double>(from); });
-}
+MStatus MFloatArray::get(float dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }
+MStatus MFloatArray::get(double dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }

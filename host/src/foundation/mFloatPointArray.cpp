@@ -1,37 +1,23 @@
 #include <maya/MFloatPointArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
-namespace {
-template <typename Scalar>
-MFloatPoint fromRow(const Scalar* row)
-{
-    return MFloatPoint(static_cast<float>(row[0]), static_cast<float>(row[1]), static_cast<float>(row[2]),
-                       static_cast<float>(row[3]));
-}
-
-template <typename Scalar>
-void toRow(const MFloatPoint& p, Scalar (&row)[4])
-{
-    row[0] = static_cast<Scalar>(p.x);
-    row[1] = static_cast<Scalar>(p.y);
-    row[2] = static_cast<Scalar>(p.z);
-    row[3] = static_cast<Scalar>(p.w);
-}
-} // namespace
+namespace arrayOps = host::arrayOps;
 
 MFloatPointArray::MFloatPointArray(const MFloatPoint points[], unsigned int count)
-    : fArray(points, count, [](const MFloatPoint& p) { return p; })
+    : fArray(points, count, arrayOps::MakeElement<MFloatPoint>())
 {
 }
 
 MFloatPointArray::MFloatPointArray(const float points[][4], unsigned int count)
-    : fArray(points, count, [](const float (&row)[4]) { return fromRow(row); })
+    : fArray(points, count, arrayOps::MakeElement<MFloatPoint>())
 {
 }
 
 MFloatPointArray::MFloatPointArray(const double points[][4], unsigned int count)
-    : fArray(points, count, [](const double (&row)[4]) { return fromRow(row); })
+    : fArray(points, count, arrayOps::MakeElement<MFloatPoint>())
 {
 }
 
@@ -49,29 +35,18 @@ MStatus MFloatPointArray::set(unsigned int index, float x, float y, float z, flo
 
 MStatus MFloatPointArray::set(float element[4], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MFloatPoint>(fArray, element, index);
 }
 
 MStatus MFloatPointArray::set(double element[4], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MFloatPoint>(fArray, element, index);
 }
 
 MStatus MFloatPointArray::append(float x, float y, float z, float w) { return fArray.append(MFloatPoint(x, y, z, w)); }
 
-MStatus MFloatPointArray::get(float dest[][4]) const
-{
-    return fArray.get(dest, [](const MFloatPoint& p, float (&row)[4]) { toRow(p, row); });
-}
-
-MStatus MFloatPointArray::get(double dest[][4]) const
-{
-    return fArray.get(dest, [](const MFloatPoint& p, double (&row)[4]) { toRow(p, row); });
-}
+MStatus MFloatPointArray::get(float dest[][4]) const { return fArray.get(dest, arrayOps::StoreElement()); }
+MStatus MFloatPointArray::get(double dest[][4]) const { return fArray.get(dest, arrayOps::StoreElement()); }
 
 MFloatPointArray::MFloatPointArray() = default;
 MFloatPointArray::MFloatPointArray(const MFloatPointArray& other) = default;
@@ -97,21 +72,11 @@ MFloatPointArray::const_iterator MFloatPointArray::end() const { return fArray.e
 MFloatPointArray::const_iterator MFloatPointArray::cbegin() const { return fArray.begin(); }
 MFloatPointArray::const_iterator MFloatPointArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MFloatPointArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MFloatPointArray& array) { return arrayOps::print(os, array); }
 
 const char* MFloatPointArray::className() { return "MFloatPointArray"; }
 
 MStatus MFloatPointArray::insert(const MFloatPoint& element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MFloatPointArray::append(const MFloatPoint& element) { return fArray.append(element); }
 
-MStatus MFloatPointArray::copy(const MFloatPointArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MFloatPointArray::copy(const MFloatPointArray& source) { return arrayOps::copy(*this, source); }

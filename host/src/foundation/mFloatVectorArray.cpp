@@ -1,35 +1,23 @@
 #include <maya/MFloatVectorArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
-namespace {
-template <typename Scalar>
-MFloatVector fromRow(const Scalar* row)
-{
-    return MFloatVector(static_cast<float>(row[0]), static_cast<float>(row[1]), static_cast<float>(row[2]));
-}
-
-template <typename Scalar>
-void toRow(const MFloatVector& v, Scalar (&row)[3])
-{
-    row[0] = static_cast<Scalar>(v.x);
-    row[1] = static_cast<Scalar>(v.y);
-    row[2] = static_cast<Scalar>(v.z);
-}
-} // namespace
+namespace arrayOps = host::arrayOps;
 
 MFloatVectorArray::MFloatVectorArray(const MFloatVector vectors[], unsigned int count)
-    : fArray(vectors, count, [](const MFloatVector& v) { return v; })
+    : fArray(vectors, count, arrayOps::MakeElement<MFloatVector>())
 {
 }
 
 MFloatVectorArray::MFloatVectorArray(const double vectors[][3], unsigned int count)
-    : fArray(vectors, count, [](const double (&row)[3]) { return fromRow(row); })
+    : fArray(vectors, count, arrayOps::MakeElement<MFloatVector>())
 {
 }
 
 MFloatVectorArray::MFloatVectorArray(const float vectors[][3], unsigned int count)
-    : fArray(vectors, count, [](const float (&row)[3]) { return fromRow(row); })
+    : fArray(vectors, count, arrayOps::MakeElement<MFloatVector>())
 {
 }
 
@@ -42,27 +30,16 @@ MStatus MFloatVectorArray::set(const MFloatVector& element, unsigned int index) 
 
 MStatus MFloatVectorArray::set(double element[3], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MFloatVector>(fArray, element, index);
 }
 
 MStatus MFloatVectorArray::set(float element[3], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MFloatVector>(fArray, element, index);
 }
 
-MStatus MFloatVectorArray::get(double dest[][3]) const
-{
-    return fArray.get(dest, [](const MFloatVector& v, double (&row)[3]) { toRow(v, row); });
-}
-
-MStatus MFloatVectorArray::get(float dest[][3]) const
-{
-    return fArray.get(dest, [](const MFloatVector& v, float (&row)[3]) { toRow(v, row); });
-}
+MStatus MFloatVectorArray::get(double dest[][3]) const { return fArray.get(dest, arrayOps::StoreElement()); }
+MStatus MFloatVectorArray::get(float dest[][3]) const { return fArray.get(dest, arrayOps::StoreElement()); }
 
 MFloatVectorArray::MFloatVectorArray() = default;
 MFloatVectorArray::MFloatVectorArray(const MFloatVectorArray& other) = default;
@@ -88,21 +65,11 @@ MFloatVectorArray::const_iterator MFloatVectorArray::end() const { return fArray
 MFloatVectorArray::const_iterator MFloatVectorArray::cbegin() const { return fArray.begin(); }
 MFloatVectorArray::const_iterator MFloatVectorArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MFloatVectorArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MFloatVectorArray& array) { return arrayOps::print(os, array); }
 
 const char* MFloatVectorArray::className() { return "MFloatVectorArray"; }
 
 MStatus MFloatVectorArray::insert(const MFloatVector& element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MFloatVectorArray::append(const MFloatVector& element) { return fArray.append(element); }
 
-MStatus MFloatVectorArray::copy(const MFloatVectorArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MFloatVectorArray::copy(const MFloatVectorArray& source) { return arrayOps::copy(*this, source); }

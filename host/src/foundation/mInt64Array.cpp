@@ -1,9 +1,13 @@
 #include <maya/MInt64Array.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
+namespace arrayOps = host::arrayOps;
+
 MInt64Array::MInt64Array(const MInt64 src[], unsigned int count)
-    : fArray(src, count, [](MInt64 v) { return v; })
+    : fArray(src, count, arrayOps::MakeElement<MInt64>())
 {
 }
 
@@ -36,13 +40,7 @@ MInt64Array::const_iterator MInt64Array::end() const { return fArray.end(); }
 MInt64Array::const_iterator MInt64Array::cbegin() const { return fArray.begin(); }
 MInt64Array::const_iterator MInt64Array::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MInt64Array& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MInt64Array& array) { return arrayOps::print(os, array); }
 
 const char* MInt64Array::className() { return "MInt64Array"; }
 
@@ -50,13 +48,6 @@ MStatus MInt64Array::set(MInt64 element, unsigned int index) { return fArray.set
 MStatus MInt64Array::insert(MInt64 element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MInt64Array::append(MInt64 element) { return fArray.append(element); }
 
-MStatus MInt64Array::copy(const MInt64Array& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MInt64Array::copy(const MInt64Array& source) { return arrayOps::copy(*this, source); }
 
-MStatus MInt64Array::get(MInt64 dest[]) const
-{
-    return fArray.get(dest, [](MInt64 from, MInt64& to) { to = static_cast<MInt64>(from); });
-}
+MStatus MInt64Array::get(MInt64 dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }

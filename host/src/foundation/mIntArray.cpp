@@ -1,9 +1,13 @@
 #include <maya/MIntArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
+namespace arrayOps = host::arrayOps;
+
 MIntArray::MIntArray(const int src[], unsigned int count)
-    : fArray(src, count, [](int v) { return v; })
+    : fArray(src, count, arrayOps::MakeElement<int>())
 {
 }
 
@@ -36,13 +40,7 @@ MIntArray::const_iterator MIntArray::end() const { return fArray.end(); }
 MIntArray::const_iterator MIntArray::cbegin() const { return fArray.begin(); }
 MIntArray::const_iterator MIntArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MIntArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MIntArray& array) { return arrayOps::print(os, array); }
 
 const char* MIntArray::className() { return "MIntArray"; }
 
@@ -50,13 +48,6 @@ MStatus MIntArray::set(int element, unsigned int index) { return fArray.set(elem
 MStatus MIntArray::insert(int element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MIntArray::append(int element) { return fArray.append(element); }
 
-MStatus MIntArray::copy(const MIntArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MIntArray::copy(const MIntArray& source) { return arrayOps::copy(*this, source); }
 
-MStatus MIntArray::get(int dest[]) const
-{
-    return fArray.get(dest, [](int from, int& to) { to = static_cast<int>(from); });
-}
+MStatus MIntArray::get(int dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }

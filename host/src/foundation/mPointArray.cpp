@@ -1,37 +1,23 @@
 #include <maya/MPointArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
-namespace {
-template <typename Scalar>
-MPoint fromRow(const Scalar* row)
-{
-    return MPoint(static_cast<double>(row[0]), static_cast<double>(row[1]), static_cast<double>(row[2]),
-                  static_cast<double>(row[3]));
-}
-
-template <typename Scalar>
-void toRow(const MPoint& p, Scalar (&row)[4])
-{
-    row[0] = static_cast<Scalar>(p.x);
-    row[1] = static_cast<Scalar>(p.y);
-    row[2] = static_cast<Scalar>(p.z);
-    row[3] = static_cast<Scalar>(p.w);
-}
-} // namespace
+namespace arrayOps = host::arrayOps;
 
 MPointArray::MPointArray(const MPoint points[], unsigned int count)
-    : fArray(points, count, [](const MPoint& p) { return p; })
+    : fArray(points, count, arrayOps::MakeElement<MPoint>())
 {
 }
 
 MPointArray::MPointArray(const double points[][4], unsigned int count)
-    : fArray(points, count, [](const double (&row)[4]) { return fromRow(row); })
+    : fArray(points, count, arrayOps::MakeElement<MPoint>())
 {
 }
 
 MPointArray::MPointArray(const float points[][4], unsigned int count)
-    : fArray(points, count, [](const float (&row)[4]) { return fromRow(row); })
+    : fArray(points, count, arrayOps::MakeElement<MPoint>())
 {
 }
 
@@ -49,29 +35,18 @@ MStatus MPointArray::set(unsigned int index, double x, double y, double z, doubl
 
 MStatus MPointArray::set(double element[4], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MPoint>(fArray, element, index);
 }
 
 MStatus MPointArray::set(float element[4], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MPoint>(fArray, element, index);
 }
 
 MStatus MPointArray::append(double x, double y, double z, double w) { return fArray.append(MPoint(x, y, z, w)); }
 
-MStatus MPointArray::get(double dest[][4]) const
-{
-    return fArray.get(dest, [](const MPoint& p, double (&row)[4]) { toRow(p, row); });
-}
-
-MStatus MPointArray::get(float dest[][4]) const
-{
-    return fArray.get(dest, [](const MPoint& p, float (&row)[4]) { toRow(p, row); });
-}
+MStatus MPointArray::get(double dest[][4]) const { return fArray.get(dest, arrayOps::StoreElement()); }
+MStatus MPointArray::get(float dest[][4]) const { return fArray.get(dest, arrayOps::StoreElement()); }
 
 MPointArray::MPointArray() = default;
 MPointArray::MPointArray(const MPointArray& other) = default;
@@ -97,21 +72,11 @@ MPointArray::const_iterator MPointArray::end() const { return fArray.end(); }
 MPointArray::const_iterator MPointArray::cbegin() const { return fArray.begin(); }
 MPointArray::const_iterator MPointArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MPointArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MPointArray& array) { return arrayOps::print(os, array); }
 
 const char* MPointArray::className() { return "MPointArray"; }
 
 MStatus MPointArray::insert(const MPoint& element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MPointArray::append(const MPoint& element) { return fArray.append(element); }
 
-MStatus MPointArray::copy(const MPointArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MPointArray::copy(const MPointArray& source) { return arrayOps::copy(*this, source); }

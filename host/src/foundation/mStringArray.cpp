@@ -1,9 +1,13 @@
 #include <maya/MStringArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
+namespace arrayOps = host::arrayOps;
+
 MStringArray::MStringArray(const MString strings[], unsigned int count)
-    : fArray(strings, count, [](const MString& s) { return s; })
+    : fArray(strings, count, arrayOps::MakeElement<MString>())
 {
 }
 
@@ -63,13 +67,7 @@ MStringArray::const_iterator MStringArray::end() const { return fArray.end(); }
 MStringArray::const_iterator MStringArray::cbegin() const { return fArray.begin(); }
 MStringArray::const_iterator MStringArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MStringArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MStringArray& array) { return arrayOps::print(os, array); }
 
 const char* MStringArray::className() { return "MStringArray"; }
 

@@ -1,9 +1,13 @@
 #include <maya/MUintArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
+namespace arrayOps = host::arrayOps;
+
 MUintArray::MUintArray(const unsigned int src[], unsigned int count)
-    : fArray(src, count, [](unsigned int v) { return v; })
+    : fArray(src, count, arrayOps::MakeElement<unsigned int>())
 {
 }
 
@@ -36,13 +40,7 @@ MUintArray::const_iterator MUintArray::end() const { return fArray.end(); }
 MUintArray::const_iterator MUintArray::cbegin() const { return fArray.begin(); }
 MUintArray::const_iterator MUintArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MUintArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MUintArray& array) { return arrayOps::print(os, array); }
 
 const char* MUintArray::className() { return "MUintArray"; }
 
@@ -50,13 +48,6 @@ MStatus MUintArray::set(unsigned int element, unsigned int index) { return fArra
 MStatus MUintArray::insert(unsigned int element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MUintArray::append(unsigned int element) { return fArray.append(element); }
 
-MStatus MUintArray::copy(const MUintArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MUintArray::copy(const MUintArray& source) { return arrayOps::copy(*this, source); }
 
-MStatus MUintArray::get(unsigned int dest[]) const
-{
-    return fArray.get(dest, [](unsigned int from, unsigned int& to) { to = static_cast<unsigned int>(from); });
-}
+MStatus MUintArray::get(unsigned int dest[]) const { return fArray.get(dest, arrayOps::StoreElement()); }

@@ -1,35 +1,23 @@
 #include <maya/MVectorArray.h>
 
+#include "foundation/arrayOps.h"
+
 #include <ostream>
 
-namespace {
-template <typename Scalar>
-MVector fromRow(const Scalar* row)
-{
-    return MVector(static_cast<double>(row[0]), static_cast<double>(row[1]), static_cast<double>(row[2]));
-}
-
-template <typename Scalar>
-void toRow(const MVector& v, Scalar (&row)[3])
-{
-    row[0] = static_cast<Scalar>(v.x);
-    row[1] = static_cast<Scalar>(v.y);
-    row[2] = static_cast<Scalar>(v.z);
-}
-} // namespace
+namespace arrayOps = host::arrayOps;
 
 MVectorArray::MVectorArray(const MVector vectors[], unsigned int count)
-    : fArray(vectors, count, [](const MVector& v) { return v; })
+    : fArray(vectors, count, arrayOps::MakeElement<MVector>())
 {
 }
 
 MVectorArray::MVectorArray(const double vectors[][3], unsigned int count)
-    : fArray(vectors, count, [](const double (&row)[3]) { return fromRow(row); })
+    : fArray(vectors, count, arrayOps::MakeElement<MVector>())
 {
 }
 
 MVectorArray::MVectorArray(const float vectors[][3], unsigned int count)
-    : fArray(vectors, count, [](const float (&row)[3]) { return fromRow(row); })
+    : fArray(vectors, count, arrayOps::MakeElement<MVector>())
 {
 }
 
@@ -42,27 +30,16 @@ MStatus MVectorArray::set(const MVector& element, unsigned int index) { return f
 
 MStatus MVectorArray::set(double element[3], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MVector>(fArray, element, index);
 }
 
 MStatus MVectorArray::set(float element[3], unsigned int index)
 {
-    if (element == nullptr)
-        return MStatus::kInvalidParameter;
-    return fArray.set(fromRow(element), index);
+    return arrayOps::setFromRow<MVector>(fArray, element, index);
 }
 
-MStatus MVectorArray::get(double dest[][3]) const
-{
-    return fArray.get(dest, [](const MVector& v, double (&row)[3]) { toRow(v, row); });
-}
-
-MStatus MVectorArray::get(float dest[][3]) const
-{
-    return fArray.get(dest, [](const MVector& v, float (&row)[3]) { toRow(v, row); });
-}
+MStatus MVectorArray::get(double dest[][3]) const { return fArray.get(dest, arrayOps::StoreElement()); }
+MStatus MVectorArray::get(float dest[][3]) const { return fArray.get(dest, arrayOps::StoreElement()); }
 
 MVectorArray::MVectorArray() = default;
 MVectorArray::MVectorArray(const MVectorArray& other) = default;
@@ -88,21 +65,11 @@ MVectorArray::const_iterator MVectorArray::end() const { return fArray.end(); }
 MVectorArray::const_iterator MVectorArray::cbegin() const { return fArray.begin(); }
 MVectorArray::const_iterator MVectorArray::cend() const { return fArray.end(); }
 
-std::ostream& operator<<(std::ostream& os, const MVectorArray& array)
-{
-    os << '[';
-    for (unsigned int i = 0; i < array.length(); ++i)
-        os << (i == 0 ? "" : ", ") << array[i];
-    return os << ']';
-}
+std::ostream& operator<<(std::ostream& os, const MVectorArray& array) { return arrayOps::print(os, array); }
 
 const char* MVectorArray::className() { return "MVectorArray"; }
 
 MStatus MVectorArray::insert(const MVector& element, unsigned int index) { return fArray.insert(element, index); }
 MStatus MVectorArray::append(const MVector& element) { return fArray.append(element); }
 
-MStatus MVectorArray::copy(const MVectorArray& source)
-{
-    *this = source;
-    return MStatus::kSuccess;
-}
+MStatus MVectorArray::copy(const MVectorArray& source) { return arrayOps::copy(*this, source); }

@@ -1,33 +1,12 @@
 #pragma once
-// The fixture of the DAG suite: the DG test plug-in loaded once per process, and a new
-// scene with an empty log for every test.
+// The fixture of the DAG suite: the DG suite's, and paths to named nodes.
 
-#include "hostTestSupport.h"
+#include "dgPluginTest.h"
 
 #include <maya/MDagPath.h>
 
-#ifndef DG_TEST_PLUGIN
-#error "DG_TEST_PLUGIN must name the path of dgTestPlugin.so"
-#endif
-
-class DagTest : public hosttest::SceneTest {
+class DagTest : public hosttest::DgPluginTest {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(hosttest::ensurePluginLoaded(DG_TEST_PLUGIN));
-        hosttest::SceneTest::SetUp();
-    }
-
-    // Creates a node and fails the test when that does not work.
-    MObject create(const std::string& type, const std::string& name, const std::string& parent = "")
-    {
-        MStatus status;
-        MObject node = host::createNode(type, name, parent, &status);
-        EXPECT_TRUE(status) << "createNode " << type << " '" << name << "':\n" << host::logText();
-        EXPECT_FALSE(node.isNull()) << "createNode " << type << " '" << name << "'";
-        return node;
-    }
-
     // A path to the named node, failing the test when there is none.
     MDagPath pathTo(const std::string& nameOrPath)
     {

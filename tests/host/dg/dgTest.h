@@ -1,28 +1,6 @@
 #pragma once
-// The fixture of the DG suite: the DG test plug-in loaded once per process, and a new
-// scene with an empty log for every test.
+// The fixture of the DG suite.
 
-#include "hostTestSupport.h"
+#include "dgPluginTest.h"
 
-#ifndef DG_TEST_PLUGIN
-#error "DG_TEST_PLUGIN must name the path of dgTestPlugin.so"
-#endif
-
-class DgTest : public hosttest::SceneTest {
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(hosttest::ensurePluginLoaded(DG_TEST_PLUGIN));
-        hosttest::SceneTest::SetUp();
-    }
-
-    // Creates a node and fails the test when that does not work.
-    MObject create(const std::string& type, const std::string& name, const std::string& parent = "")
-    {
-        MStatus status;
-        MObject node = host::createNode(type, name, parent, &status);
-        EXPECT_TRUE(status) << "createNode " << type << " '" << name << "':\n" << host::logText();
-        EXPECT_FALSE(node.isNull()) << "createNode " << type << " '" << name << "'";
-        return node;
-    }
-};
+using DgTest = hosttest::DgPluginTest;
