@@ -2,6 +2,7 @@
 
 #include "dg/access.h"
 #include "dg/barrier.h"
+#include "mesh/meshNode.h"
 
 #include "host/log.h"
 
@@ -152,9 +153,18 @@ MStatus initObjectSet()
 const NodeType* builtin(const std::string& name, MFn::Type api, const NodeType* base,
                         std::function<MStatus()> init, bool dag, bool shape, bool transform)
 {
+    return registerBuiltinType(name, api, base, std::move(init), makePlainNode, dag, shape, transform);
+}
+
+} // namespace
+
+const NodeType* registerBuiltinType(const std::string& name, MFn::Type api, const NodeType* base,
+                                    std::function<MStatus()> init, std::function<MPxNode*()> creator, bool dag,
+                                    bool shape, bool transform)
+{
     NodeType* made = nullptr;
-    registerNodeType(name, MTypeId(0), makePlainNode, std::move(init), MPxNode::kDependNode, api, base, "", "",
-                     &made);
+    registerNodeType(name, MTypeId(0), std::move(creator), std::move(init), MPxNode::kDependNode, api, base, "",
+                     "", &made);
     if (made) {
         made->isDag = dag;
         made->isShape = shape;
@@ -162,8 +172,6 @@ const NodeType* builtin(const std::string& name, MFn::Type api, const NodeType* 
     }
     return made;
 }
-
-} // namespace
 
 void ensureBuiltinTypes()
 {
@@ -178,6 +186,7 @@ void ensureBuiltinTypes()
     gLocator = builtin("locator", MFn::kLocator, gShape, initLocator, true, true, false);
     builtin("objectSet", MFn::kSet, gDependNode, initObjectSet, false, false, false);
     builtin("world", MFn::kWorld, gDagNode, {}, true, false, false);
+    registerMeshTypes(gShape, gDependNode);
 }
 
 const NodeType* baseTypeFor(MPxNode::Type kind)

@@ -28,6 +28,12 @@ MStatus registerNodeType(const std::string& name, const MTypeId& id, std::functi
                          const NodeType* base, const std::string& classification, const std::string& pluginName,
                          NodeType** made = nullptr);
 
+// Registers a built-in type whose nodes `creator` makes (a host-side MPxNode subclass
+// when the type computes something).
+const NodeType* registerBuiltinType(const std::string& name, MFn::Type api, const NodeType* base,
+                                    std::function<MStatus()> init, std::function<MPxNode*()> creator, bool dag,
+                                    bool shape, bool transform);
+
 // Adds an attribute (and its children) to the type being initialized.
 MStatus addAttributeToType(NodeType* type, const MObject& attribute);
 

@@ -1,0 +1,26 @@
+#include "mesh/meshData.h"
+
+#include "dg/access.h"
+
+namespace host {
+
+MObject makeMeshData() { return Access::object(std::make_shared<MeshDataBody>()); }
+
+MObject makeMeshData(std::shared_ptr<MeshGeometry> geometry)
+{
+    return Access::object(std::make_shared<MeshDataBody>(std::move(geometry)));
+}
+
+const MeshGeometry* meshOf(const MObject& data)
+{
+    auto body = Access::as<MeshDataBody>(data);
+    return body ? &body->read() : nullptr;
+}
+
+MeshGeometry* editMeshOf(const MObject& data)
+{
+    auto body = Access::as<MeshDataBody>(data);
+    return body ? &body->write() : nullptr;
+}
+
+} // namespace host
