@@ -1,0 +1,41 @@
+// pluginMain: the plug-in's two entry points. initializePlugin registers the node types,
+// the draw override and the commands in a fixed order and prints the banner;
+// uninitializePlugin takes them away again. The type ids are part of the saved-scene
+// format and must never change.
+//
+// Registration order: store node, its draw override, the tool's context command, the
+// tweak constraint node, the attach command, the patch node. Pieces that are not built
+// yet are left out of both lists, in their place.
+
+#include "plugin/banner.h"
+
+#include <maya/MFnPlugin.h>
+#include <maya/MGlobal.h>
+#include <maya/MStatus.h>
+
+// A failed step is logged and returned at once; nothing registered before it is taken
+// back, and the host reports the failed load with this status.
+#define TQ_CHECK_STEP(STATUS)                              \
+    do {                                                   \
+        if (!(STATUS)) {                                   \
+            (STATUS).pAPIerror("pluginMain", __LINE__);    \
+            return (STATUS);                               \
+        }                                                  \
+    } while (0)
+
+MStatus initializePlugin(MObject obj)
+{
+    MFnPlugin plugin(obj, "Halvane", "0.97", "Any");
+    MStatus status;
+    MGlobal::displayInfo(tq::bannerText());
+    return MStatus::kSuccess;
+}
+
+MStatus uninitializePlugin(MObject obj)
+{
+    MFnPlugin plugin(obj, "Unknown", "Unknown", "Any");
+    // Deliberately not the reverse of registration: the store goes before its own draw
+    // override, and the tweak node goes last though it was registered fourth.
+    MStatus status;
+    return MStatus::kSuccess;
+}
