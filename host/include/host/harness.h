@@ -85,4 +85,12 @@ std::vector<std::string> selection();
 // Sends a named event to its MEventMessage callbacks.
 void sendEvent(const std::string& eventName);
 
+// ---- Mesh history ------------------------------------------------------------------------
+
+// What `delete -ch` does to a mesh: the shape (or every visible mesh shape directly under the
+// transform) keeps its current geometry as its own, its inMesh is disconnected and the
+// upstream nodes that fed only it are deleted. A mesh without history is left as it is.
+// Fails, with an error line, when the name matches nothing or no mesh shape.
+MStatus deleteHistory(const std::string& shapeOrTransformName);
+
 } // namespace host

@@ -95,6 +95,7 @@ class MFnMesh : public MFnDagNode {
                           MIntArray* hitTriangles, MFloatArray* hitBary1s, MFloatArray* hitBary2s,
                           float tolerance = 1e-6, MStatus* ReturnStatus = nullptr);
     MStatus freeCachedIntersectionAccelerator();
+    MString cachedIntersectionAcceleratorInfo(MStatus* ReturnStatus = nullptr);
 
     MStatus getClosestPointAndNormal(const MPoint& toThisPoint, MPoint& theClosestPoint, MVector& theNormal,
                                      MSpace::Space space = MSpace::kObject, int* closestPolygon = nullptr,

@@ -5,6 +5,7 @@
 #include "dg/evaluation.h"
 #include "dg/fnMacros.h"
 #include "dg/scene.h"
+#include "mesh/meshHistory.h"
 
 #include <maya/MDagPathArray.h>
 
@@ -32,6 +33,8 @@ host::NodePtr copyNode(NodeBody* source, NodeBody* parent)
         s.hasValue = true;
         s.dirty = entry.second.dirty;
     }
+    // A mesh's geometry is more than its stored values: in-place edits and history output.
+    host::copyShapeGeometry(source, copy.get());
     return copy;
 }
 

@@ -54,13 +54,20 @@ Value carried(const Value& source)
 
 void propagate(NodeBody* node, const PlugKey& key, Visited& visited);
 
+// Loops of in-place edits dirty the same plug over and over; one entry per run is enough.
+void notePendingDirty(NodeBody* node, const PlugKey& key)
+{
+    if (node->pendingDirty.empty() || node->pendingDirty.back() != key)
+        node->pendingDirty.push_back(key);
+}
+
 void dirtyOne(NodeBody* node, const PlugKey& key, Visited& visited)
 {
     if (!node || !node->isAlive || !visited.insert({node, key}).second)
         return;
     PlugKey target = isComponentKey(key) ? componentOwner(key) : key;
     node->slot(target).dirty = true;
-    node->pendingDirty.push_back(key);
+    notePendingDirty(node, key);
     notifyDirtyPlug(node, key);
     propagate(node, key, visited);
 }
@@ -308,7 +315,7 @@ void valueChangedInPlace(NodeBody* node, const PlugKey& key)
     visited.insert({node, key});
     PlugKey target = isComponentKey(key) ? componentOwner(key) : key;
     node->slot(target).dirty = false;
-    node->pendingDirty.push_back(key);
+    notePendingDirty(node, key);
     propagate(node, key, visited);
     notifyAttributeChanged(node, MNodeMessage::kAttributeSet, key, nullptr, nullptr);
 }

@@ -70,6 +70,47 @@ bool accepts(const AttributeBody* a, const MObject& data)
     return false;
 }
 
+// A point array written to an array of numeric compounds (a float3 array such as a mesh's
+// pnts) replaces its elements: element i holds point i; unconnected elements past the end go.
+// Non-finite coordinates refuse the whole write.
+MStatus writePointArray(NodeBody* node, const PlugKey& arrayKey, const MPointArray& points)
+{
+    for (const MPoint& p : points)
+        if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z))
+            return MStatus::kInvalidParameter;
+    host::PlugSlot& array = node->slot(arrayKey);
+    auto connected = [node](const PlugKey& k) {
+        const host::PlugSlot* s = node->findSlot(k);
+        return s && (s->hasSource || !s->destinations.empty());
+    };
+    std::vector<unsigned int> past;
+    for (unsigned int e : array.elements)
+        if (e >= points.length())
+            past.push_back(e);
+    for (unsigned int e : past) {
+        PlugKey element = arrayKey;
+        element.indices.push_back(e);
+        std::vector<PlugKey> keys{element};
+        for (const auto& child : arrayKey.attr->children)
+            keys.push_back(PlugKey{child.get(), element.indices});
+        if (std::any_of(keys.begin(), keys.end(), connected))
+            continue;
+        for (const PlugKey& k : keys)
+            node->slots.erase(k);
+        array.elements.erase(e);
+    }
+    for (unsigned int i = 0; i < points.length(); ++i) {
+        PlugKey element = arrayKey;
+        element.indices.push_back(i);
+        host::PlugSlot& s = node->slot(element);
+        s.value = Value::numeric(points[i].x, points[i].y, points[i].z);
+        s.hasValue = true;
+        s.dirty = false;
+    }
+    host::valueChangedInPlace(node, arrayKey);
+    return MStatus::kSuccess;
+}
+
 } // namespace
 
 MPlug::MPlug() = default;
@@ -437,6 +478,9 @@ MStatus MPlug::setMObject(const MObject& value)
             return MStatus::kInvalidParameter;
         return host::writeValue(r.node, r.key, Value::ofMatrix(m->read()));
     }
+    if (a->kind == AttrKind::kNumeric && a->isNumericCompound && r.key.isArrayPlug())
+        if (auto points = Access::as<host::PointArrayDataBody>(value))
+            return writePointArray(r.node, r.key, points->read());
     if (a->kind == AttrKind::kNumeric && a->isNumericCompound) {
         auto n = Access::as<host::NumericDataBody>(value);
         if (!n)

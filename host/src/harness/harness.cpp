@@ -5,6 +5,8 @@
 #include "dg/evaluation.h"
 #include "dg/plugNames.h"
 #include "dg/scene.h"
+#include "mesh/meshHistory.h"
+#include "mesh/meshNode.h"
 #include "ui/selectionState.h"
 
 #include "host/log.h"
@@ -250,6 +252,37 @@ std::vector<std::string> selection()
     for (unsigned int i = 0; i < strings.length(); ++i)
         out.push_back(strings[i].asChar());
     return out;
+}
+
+MStatus deleteHistory(const std::string& shapeOrTransformName)
+{
+    NodeBody* n = findNodeByPath(shapeOrTransformName);
+    if (!n) {
+        writeLog(LogLevel::kError, "No object matches name: " + shapeOrTransformName);
+        return MStatus::kInvalidParameter;
+    }
+    std::vector<NodeBody*> shapes;
+    if (isMeshShape(n)) {
+        shapes.push_back(n);
+    } else if (n->type->isTransform) {
+        for (NodeBody* child : n->children) {
+            if (!isMeshShape(child))
+                continue;
+            const AttributeBody* io = child->type->findAttribute("intermediateObject");
+            if (!io || readValue(child, PlugKey{io, {}}).num[0] == 0.0)
+                shapes.push_back(child);
+        }
+    }
+    if (shapes.empty()) {
+        writeLog(LogLevel::kError, "No mesh to delete the history of: " + shapeOrTransformName);
+        return MStatus::kInvalidParameter;
+    }
+    for (NodeBody* shape : shapes) {
+        MStatus st = deleteConstructionHistory(shape);
+        if (!st)
+            return st;
+    }
+    return MStatus::kSuccess;
 }
 
 } // namespace host

@@ -30,8 +30,9 @@ using hosttest::joined;
 using hosttest::nameOf;
 using hosttest::str;
 
-const std::vector<std::string> kDgTypes = {"dgAttrKinds", "dgAffects", "dgRefuse",  "dgForgetful", "dgArraySum",
-                                           "dgConnRecorder", "dgThrower", "dgHooks", "dgLocator"};
+const std::vector<std::string> kDgTypes = {"dgAttrKinds",    "dgAffects", "testMeshModifier", "dgRefuse",
+                                           "dgForgetful",    "dgArraySum", "dgConnRecorder",  "dgThrower",
+                                           "dgHooks",        "dgLocator"};
 
 bool contains(const std::vector<std::string>& items, const std::string& item)
 {

@@ -1,7 +1,8 @@
-// The DG test plug-in: registers the node types of dgTestNodes.h, in the order below, and a
-// draw override for the locator's classification.
+// The DG test plug-in: registers the node types of dgTestNodes.h and testMeshModifier.h, in the
+// order below, and a draw override for the locator's classification.
 
 #include "dgTestNodes.h"
+#include "testMeshModifier.h"
 
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>
@@ -25,6 +26,8 @@ const NodeEntry kNodes[] = {
      MPxNode::kDependNode, nullptr},
     {DgAffectsNode::typeName, &DgAffectsNode::id, DgAffectsNode::creator, DgAffectsNode::initialize,
      MPxNode::kDependNode, nullptr},
+    {TestMeshModifierNode::typeName, &TestMeshModifierNode::id, TestMeshModifierNode::creator,
+     TestMeshModifierNode::initialize, MPxNode::kDependNode, nullptr},
     {DgRefuseNode::typeName, &DgRefuseNode::id, DgRefuseNode::creator, DgRefuseNode::initialize,
      MPxNode::kDependNode, nullptr},
     {DgForgetfulNode::typeName, &DgForgetfulNode::id, DgForgetfulNode::creator, DgForgetfulNode::initialize,
