@@ -12,6 +12,7 @@ class MSelectionList;
 class MRichSelection;
 class MIntArray;
 class MDoubleArray;
+class MCommandResult;
 
 class MGlobal {
 public:
@@ -58,6 +59,8 @@ public:
     static void removeOptionVar(const MString& name);
 
     static MStatus executeCommand(const MString& command, bool displayEnabled = false, bool undoEnabled = false);
+    static MStatus executeCommand(const MString& command, MCommandResult& result, bool displayEnabled = false,
+                                  bool undoEnabled = false);
     static MStatus executeCommand(const MString& command, int& result, bool displayEnabled = false,
                                   bool undoEnabled = false);
     static MStatus executeCommand(const MString& command, MIntArray& result, bool displayEnabled = false,

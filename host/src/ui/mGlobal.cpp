@@ -1,18 +1,19 @@
 #include <maya/MGlobal.h>
 
 #include "dg/access.h"
-#include "dg/commandRunner.h"
+#include "command/commandAccess.h"
+#include "command/interpreter.h"
 #include "ui/selectionState.h"
 
 #include "host/log.h"
 
+#include <maya/MCommandResult.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
 #include <maya/MRichSelection.h>
 #include <maya/MSelectionList.h>
 
 #include <cstdlib>
-#include <sstream>
 
 namespace {
 
@@ -40,15 +41,6 @@ MStatus applySelection(const MSelectionList& list, MGlobal::ListAdjustment how)
     adjust(next, list, how);
     host::setActiveSelection(next);
     return MStatus::kSuccess;
-}
-
-std::vector<std::string> words(const std::string& text)
-{
-    std::vector<std::string> out;
-    std::istringstream in(text);
-    for (std::string w; in >> w;)
-        out.push_back(w);
-    return out;
 }
 
 } // namespace
@@ -255,73 +247,91 @@ bool MGlobal::optionVarExists(const MString& name) { return host::optionVariable
 void MGlobal::removeOptionVar(const MString& name) { host::optionVariables().erase(name.asChar()); }
 
 // ---- Commands ----------------------------------------------------------------------------
+// The typed overloads read the interpreter's result: an array result fills an array element
+// by element, a scalar fills an array of one, and a numeric read of a non-numeric result is 0.
+
+namespace {
+
+host::CommandRun runText(const MString& command, bool displayEnabled, bool undoEnabled)
+{
+    return host::interpret(command.asChar(), undoEnabled, displayEnabled);
+}
+
+} // namespace
 
 MStatus MGlobal::executeCommand(const MString& command, bool displayEnabled, bool undoEnabled)
 {
-    MString ignored;
-    return executeCommand(command, ignored, displayEnabled, undoEnabled);
+    return runText(command, displayEnabled, undoEnabled).status;
 }
 
-MStatus MGlobal::executeCommand(const MString& command, MString& result, bool, bool undoEnabled)
+MStatus MGlobal::executeCommand(const MString& command, MCommandResult& result, bool displayEnabled,
+                                bool undoEnabled)
 {
-    host::CommandOutcome outcome = host::runCommandText(command.asChar(), undoEnabled);
-    result = MString(outcome.result.c_str());
-    return outcome.status;
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
+    host::CommandAccess::setValue(result, run.result);
+    return run.status;
+}
+
+MStatus MGlobal::executeCommand(const MString& command, MString& result, bool displayEnabled, bool undoEnabled)
+{
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
+    result = MString(run.result.text().c_str());
+    return run.status;
 }
 
 MStatus MGlobal::executeCommand(const MString& command, int& result, bool displayEnabled, bool undoEnabled)
 {
-    MString text;
-    MStatus st = executeCommand(command, text, displayEnabled, undoEnabled);
-    result = st && text.isInt() ? text.asInt() : 0;
-    return st;
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
+    double v = 0.0;
+    result = run.result.asNumber(v) ? static_cast<int>(v) : 0;
+    return run.status;
 }
 
 MStatus MGlobal::executeCommand(const MString& command, double& result, bool displayEnabled, bool undoEnabled)
 {
-    MString text;
-    MStatus st = executeCommand(command, text, displayEnabled, undoEnabled);
-    result = st && text.isDouble() ? text.asDouble() : 0.0;
-    return st;
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
+    double v = 0.0;
+    result = run.result.asNumber(v) ? v : 0.0;
+    return run.status;
 }
 
 MStatus MGlobal::executeCommand(const MString& command, MStringArray& result, bool displayEnabled, bool undoEnabled)
 {
-    MString text;
-    MStatus st = executeCommand(command, text, displayEnabled, undoEnabled);
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
     result.clear();
-    for (const std::string& w : words(text.asChar()))
-        result.append(MString(w.c_str()));
-    return st;
+    for (const std::string& item : run.result.items())
+        result.append(MString(item.c_str()));
+    return run.status;
 }
 
 MStatus MGlobal::executeCommand(const MString& command, MIntArray& result, bool displayEnabled, bool undoEnabled)
 {
-    MStringArray parts;
-    MStatus st = executeCommand(command, parts, displayEnabled, undoEnabled);
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
     result.clear();
-    for (unsigned int i = 0; i < parts.length(); ++i)
-        result.append(parts[i].asInt());
-    return st;
+    for (const std::string& item : run.result.items()) {
+        double v = 0.0;
+        result.append(host::parseNumber(item, v) ? static_cast<int>(v) : 0);
+    }
+    return run.status;
 }
 
 MStatus MGlobal::executeCommand(const MString& command, MDoubleArray& result, bool displayEnabled,
                                 bool undoEnabled)
 {
-    MStringArray parts;
-    MStatus st = executeCommand(command, parts, displayEnabled, undoEnabled);
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
     result.clear();
-    for (unsigned int i = 0; i < parts.length(); ++i)
-        result.append(parts[i].asDouble());
-    return st;
+    for (const std::string& item : run.result.items()) {
+        double v = 0.0;
+        result.append(host::parseNumber(item, v) ? v : 0.0);
+    }
+    return run.status;
 }
 
 MString MGlobal::executeCommandStringResult(const MString& command, bool displayEnabled, bool undoEnabled,
                                             MStatus* ReturnStatus)
 {
-    MString text;
-    MStatus st = executeCommand(command, text, displayEnabled, undoEnabled);
+    host::CommandRun run = runText(command, displayEnabled, undoEnabled);
     if (ReturnStatus)
-        *ReturnStatus = st;
-    return text;
+        *ReturnStatus = run.status;
+    return MString(run.result.text().c_str());
 }

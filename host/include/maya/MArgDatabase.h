@@ -1,0 +1,32 @@
+#pragma once
+// MArgDatabase: MArgParser that also hands flag arguments, command arguments and objects
+// out as selection lists.
+
+#include <maya/MArgParser.h>
+#include <maya/MStatus.h>
+
+class MSelectionList;
+
+class MArgDatabase : public MArgParser {
+public:
+    MArgDatabase();
+    MArgDatabase(const MSyntax& syntax, const MArgList& argList, MStatus* ReturnStatus = nullptr);
+    ~MArgDatabase() override;
+
+    MStatus getFlagArgument(const char* flag, unsigned int index, MSelectionList& result) const;
+    MStatus getCommandArgument(unsigned int index, MSelectionList& result) const;
+    MStatus getObjects(MSelectionList& result) const;
+
+    MStatus getFlagArgument(const char* flag, unsigned int index, bool& result) const;
+    MStatus getFlagArgument(const char* flag, unsigned int index, int& result) const;
+    MStatus getFlagArgument(const char* flag, unsigned int index, double& result) const;
+    MStatus getFlagArgument(const char* flag, unsigned int index, MString& result) const;
+    MStatus getFlagArgument(const char* flag, unsigned int index, unsigned int& result) const;
+    MStatus getCommandArgument(unsigned int index, bool& result) const;
+    MStatus getCommandArgument(unsigned int index, int& result) const;
+    MStatus getCommandArgument(unsigned int index, double& result) const;
+    MStatus getCommandArgument(unsigned int index, MString& result) const;
+    MStatus getObjects(MStringArray& result) const;
+
+    static const char* className();
+};

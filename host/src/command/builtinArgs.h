@@ -1,0 +1,63 @@
+#pragma once
+// What the built-in commands share: their arguments, split into flags and operands by a
+// small flag table (flags may stand anywhere among the operands; an unknown flag, or a flag
+// without the arguments it takes, fails with a log line that names the command and the
+// flag), error lines, node names and undoable selection changes.
+
+#include "command/interpreter.h"
+
+#include <maya/MSelectionList.h>
+#include <maya/MStatus.h>
+
+#include <string>
+#include <vector>
+
+namespace host {
+
+struct FlagSpec {
+    const char* shortName;
+    const char* longName;
+    // The arguments that follow the flag; kOptionalArgument takes one when the next
+    // argument is a value rather than a flag (boolean flags: "-tgl" or "-tgl false").
+    int argumentCount;
+};
+constexpr int kOptionalArgument = -1;
+
+class BuiltinArgs {
+public:
+    bool parse(const CommandCall& call, const std::vector<FlagSpec>& flags);
+
+    bool has(const char* longName) const { return uses(longName) > 0; }
+    unsigned uses(const char* longName) const;
+    // The k-th argument of the n-th use of the flag; null when absent.
+    const ArgValue* value(const char* longName, unsigned k = 0, unsigned use = 0) const;
+    std::string text(const char* longName, unsigned k = 0, unsigned use = 0) const;
+    // Operands in order, arrays expanded into their elements.
+    const std::vector<ArgValue>& operands() const { return fOperands; }
+    std::vector<std::string> operandTexts() const;
+
+private:
+    struct Use {
+        const FlagSpec* spec;
+        std::vector<ArgValue> values;
+    };
+    std::vector<FlagSpec> fFlags;
+    std::vector<Use> fUses;
+    std::vector<ArgValue> fOperands;
+};
+
+// Logs "<command>: <text>" as an error and returns the code.
+MStatus commandError(const CommandCall& call, const std::string& text,
+                     MStatus::MStatusCode code = MStatus::kInvalidParameter);
+
+class NodeBody;
+
+// "|parent|node" for DAG nodes, the name for the others.
+std::string nodePathName(const NodeBody* node);
+// Replaces the active selection and records the change for undo.
+void changeSelection(const MSelectionList& next);
+
+// Whether construction history is on (constructionHistory -toggle); on in a new session.
+bool& constructionHistoryOn();
+
+} // namespace host
