@@ -1,0 +1,108 @@
+// The shadow's rows told as vertex numbers of the selected retopo mesh: what is written,
+// what is left alone, and how one closed row closes them all.
+
+#include "kernel/stackShadow.h"
+
+#include "store/storeAttributes.h"
+#include "store/storeReads.h"
+#include "store/storeWrites.h"
+
+#include "kernelTest.h"
+
+#include <stdexcept>
+
+namespace {
+
+using kerneltest::intArray;
+using kerneltest::ints;
+using kerneltest::points;
+using Rows = std::vector<std::vector<int>>;
+
+// A store, and a selected retopo mesh of three unit quads in a row sharing their edges:
+// vertices 0-3 along y = 0 at x = 0..3, vertices 4-7 above them along y = 1. The index rows
+// start marked {42}, so a test can tell which were written.
+class StackShadow : public kerneltest::SceneTest {
+protected:
+    void SetUp() override
+    {
+        SceneTest::SetUp();
+        store = host::createNode("tqSarn", "store");
+        makeMesh("strip", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {0, 1, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0}},
+                 {4, 4, 4}, {0, 1, 5, 4, 1, 2, 6, 5, 2, 3, 7, 6});
+        ASSERT_TRUE(host::select({"strip"}));
+        for (const char* name : {"shadowIndices1", "shadowIndices2", "shadowIndices3"})
+            ASSERT_TRUE(tq::writeIntArrayAttr(intArray({42}), name, store));
+    }
+
+    Rows indexRows()
+    {
+        MIntArray a, b, c;
+        EXPECT_TRUE(tq::readShadowIndices(a, b, c));
+        return {ints(a), ints(b), ints(c)};
+    }
+
+    std::vector<int> shadowSizes()
+    {
+        MIntArray sizes;
+        EXPECT_TRUE(tq::readShadowSizes(store, sizes));
+        return ints(sizes);
+    }
+
+    MObject store;
+};
+
+TEST_F(StackShadow, TwoRowsBecomeTwoIndexRows)
+{
+    ASSERT_TRUE(tq::writeShadowStrokes(points({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}),
+                                       points({{0, 1, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0}}), MPointArray()));
+    EXPECT_TRUE(tq::stackShadow());
+    // The point on vertex 0 goes to the nearest other vertex, 4 (a tie with 1).
+    EXPECT_EQ(indexRows(), (Rows{{4, 1, 2, 3}, {4, 5, 6, 7}, {42}}));
+    EXPECT_EQ(shadowSizes(), (std::vector<int>{4, 4}));
+
+    // An empty second row is stored empty, and leaves the first as it was matched.
+    ASSERT_TRUE(tq::writeShadowStrokes(points({{1, 0, 0}, {2, 0, 0}, {2, 1, 0}, {1, 0, 0}}), MPointArray(),
+                                       MPointArray()));
+    EXPECT_TRUE(tq::stackShadow());
+    EXPECT_EQ(indexRows(), (Rows{{1, 2, 6, 1}, {}, {42}}));
+}
+
+TEST_F(StackShadow, OneClosedRowClosesEveryIndexRow)
+{
+    ASSERT_TRUE(tq::writeShadowStrokes(points({{1, 0, 0}, {2, 0, 0}, {2, 1, 0}, {1, 1, 0}, {1, 0, 0}}),
+                                       points({{0, 1, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0}}), MPointArray()));
+    EXPECT_TRUE(tq::stackShadow());
+    EXPECT_EQ(indexRows(), (Rows{{1, 2, 6, 5, 1}, {4, 5, 6, 4}, {42}}));
+
+    // Ends 0.0005 apart do not close a shadow row.
+    ASSERT_TRUE(tq::writeShadowStrokes(points({{1, 0, 0}, {2, 0, 0}, {1.0005, 0, 0}}),
+                                       points({{1, 1, 0}, {2, 1, 0}, {3, 1, 0}}), MPointArray()));
+    EXPECT_TRUE(tq::stackShadow());
+    EXPECT_EQ(indexRows()[1], (std::vector<int>{5, 6, 7}));
+
+    // A third row is written, and closed with the others; the sizes are left alone.
+    ASSERT_TRUE(tq::writePointArrayAttr(points({{1, 0, 0}, {2, 0, 0}, {1, 0, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0},
+                                                {2, 0, 0}, {3, 0, 0}, {3, 1, 0}}),
+                                        "strokesShadow", store));
+    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({3, 3, 3}), "sizesShadow", store));
+    EXPECT_TRUE(tq::stackShadow());
+    EXPECT_EQ(indexRows(), (Rows{{1, 2, 1}, {5, 6, 5}, {2, 3, 2}}));
+    EXPECT_EQ(shadowSizes(), (std::vector<int>{3, 3, 3}));
+}
+
+TEST_F(StackShadow, RefusalsWriteNothing)
+{
+    ASSERT_TRUE(tq::writeShadowStrokes(points({{1, 0, 0}, {2, 0, 0}}), points({{1, 1, 0}, {2, 1, 0}}), MPointArray()));
+    ASSERT_TRUE(host::select({}));
+    EXPECT_EQ(tq::stackShadow(), MStatus::kInvalidParameter) << "no retopo mesh";
+
+    ASSERT_TRUE(host::select({"strip"}));
+    ASSERT_TRUE(tq::writeShadowStrokes(MPointArray(), MPointArray(), points({{1, 0, 0}, {2, 0, 0}})));
+    EXPECT_THROW(tq::stackShadow(), std::out_of_range) << "one row is no shadow a patch leaves";
+    EXPECT_EQ(indexRows(), (Rows{{42}, {42}, {42}}));
+
+    ASSERT_TRUE(host::deleteNode("store"));
+    EXPECT_EQ(tq::stackShadow(), MStatus::kInvalidParameter) << "no store";
+}
+
+} // namespace
