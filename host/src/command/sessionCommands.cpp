@@ -150,7 +150,6 @@ MStatus unloadPluginCommand(const CommandCall& call, CommandValue&)
     for (const std::string& name : a.operandTexts()) {
         if (!isPluginLoaded(name))
             return commandError(call, "the plug-in '" + name + "' is not loaded");
-        releasePluginObjects(name);
         MStatus st = unloadPlugin(name);
         if (!st)
             return commandError(call, "cannot unload the plug-in " + name, st.statusCode());

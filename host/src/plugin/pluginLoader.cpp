@@ -4,6 +4,7 @@
 
 #include "plugin/pluginRegistry.h"
 
+#include "command/interpreter.h"
 #include "dg/access.h"
 #include "dg/barrier.h"
 #include "dg/scene.h"
@@ -109,6 +110,9 @@ MStatus unloadPlugin(const std::string& pluginName)
         writeLog(LogLevel::kError, "Plug-in '" + pluginName + "' is not loaded");
         return MStatus::kInvalidParameter;
     }
+    // Undo entries, contexts and tool commands may hold the plug-in's objects: they go
+    // before its code can be unmapped.
+    releasePluginObjects(pluginName);
     registry.active = record;
     MObject object = Access::object(record->body);
     EntryPoint uninit = record->uninitialize;
