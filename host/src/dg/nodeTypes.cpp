@@ -3,6 +3,7 @@
 #include "dg/access.h"
 #include "dg/barrier.h"
 #include "mesh/meshNode.h"
+#include "view/cameraNode.h"
 
 #include "host/log.h"
 
@@ -187,6 +188,7 @@ void ensureBuiltinTypes()
     builtin("objectSet", MFn::kSet, gDependNode, initObjectSet, false, false, false);
     builtin("world", MFn::kWorld, gDagNode, {}, true, false, false);
     registerMeshTypes(gShape, gDependNode);
+    ensureCameraType();
 }
 
 const NodeType* baseTypeFor(MPxNode::Type kind)

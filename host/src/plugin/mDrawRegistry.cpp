@@ -1,5 +1,6 @@
 #include <maya/MDrawRegistry.h>
 
+#include "draw/drawOverrides.h"
 #include "plugin/pluginRegistry.h"
 
 #include "host/log.h"
@@ -39,6 +40,8 @@ MStatus MDrawRegistry::deregisterDrawOverrideCreator(const MString& drawClassifi
     for (auto it = list.begin(); it != list.end(); ++it) {
         if (it->classification != drawClassification.asChar() || it->registrantId != registrantId.asChar())
             continue;
+        // The overrides it made go now, while the plug-in's code is still loaded.
+        host::releaseDrawOverrides(it->classification, it->registrantId);
         if (host::PluginRecord* p = registry.find(it->plugin)) {
             auto& names = p->drawOverrides;
             names.erase(std::remove(names.begin(), names.end(), it->classification + "|" + it->registrantId),

@@ -1,0 +1,19 @@
+#include <maya/MUserData.h>
+
+MUserData::MUserData()
+    : fDeleteAfterUse(false)
+{
+}
+
+MUserData::MUserData(bool deleteAfterUse)
+    : fDeleteAfterUse(deleteAfterUse)
+{
+}
+
+MUserData::~MUserData() = default;
+
+bool MUserData::deleteAfterUse() const { return fDeleteAfterUse; }
+
+void MUserData::setDeleteAfterUse(bool shouldDelete) { fDeleteAfterUse = shouldDelete; }
+
+const char* MUserData::className() { return "MUserData"; }
