@@ -8,6 +8,7 @@
 // yet are left out of both lists, in their place.
 
 #include "plugin/banner.h"
+#include "store/tqSarn.h"
 
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
@@ -27,6 +28,11 @@ MStatus initializePlugin(MObject obj)
 {
     MFnPlugin plugin(obj, "Halvane", "0.97", "Any");
     MStatus status;
+
+    status = plugin.registerNode(tqSarn::typeName, tqSarn::id, tqSarn::creator, tqSarn::initialize,
+                                 MPxNode::kLocatorNode, &tqSarn::drawDbClassification);
+    TQ_CHECK_STEP(status);
+
     MGlobal::displayInfo(tq::bannerText());
     return MStatus::kSuccess;
 }
@@ -37,5 +43,9 @@ MStatus uninitializePlugin(MObject obj)
     // Deliberately not the reverse of registration: the store goes before its own draw
     // override, and the tweak node goes last though it was registered fourth.
     MStatus status;
+
+    status = plugin.deregisterNode(tqSarn::id);
+    TQ_CHECK_STEP(status);
+
     return MStatus::kSuccess;
 }

@@ -29,6 +29,8 @@ class MFnDependencyNode : public MFnBase {
     MString pluginName(MStatus* ReturnStatus = nullptr) const;
     MPxNode* userNode(MStatus* ReturnStatus = nullptr) const;
     bool isDefaultNode(MStatus* ReturnStatus = nullptr) const;
+    // The host has no file references: every live node is the scene's own, so false.
+    bool isFromReferencedFile(MStatus* ReturnStatus = nullptr) const;
 
     MStatus getConnections(MPlugArray& array) const;
     unsigned int attributeCount(MStatus* ReturnStatus = nullptr) const;

@@ -115,6 +115,12 @@ bool MFnDependencyNode::isDefaultNode(MStatus* ReturnStatus) const
     return n && (n->name == "initialShadingGroup" || n->name == "defaultLightSet");
 }
 
+bool MFnDependencyNode::isFromReferencedFile(MStatus* ReturnStatus) const
+{
+    Access::node(fObject, ReturnStatus);
+    return false;
+}
+
 MStatus MFnDependencyNode::getConnections(MPlugArray& array) const
 {
     array.clear();

@@ -1,0 +1,213 @@
+// The store node's schema as the host sees it, and what the node does when evaluated or
+// drawn.
+
+#include "storeTest.h"
+
+#include "store/storeAttributes.h"
+#include "store/storeLookup.h"
+#include "store/tqSarn.h"
+
+#include <host/viewport.h>
+
+#include <maya/MDrawRegistry.h>
+#include <maya/MFnAttribute.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnNumericAttribute.h>
+#include <maya/MFnTypedAttribute.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPxDrawOverride.h>
+
+#include <map>
+#include <set>
+
+namespace {
+
+using namespace storetest;
+
+// Every attribute, in the order of creation: names, kind ('p' point array, 'i' int array,
+// 'v' vector array, 'I' int, 'D' double, '3' three doubles, 'g' generic) and the two flags
+// that vary. newFaces and interNormal are visible: flag calls meant for their neighbours'
+// set-up reached newFaces, and missed interNormal.
+struct AttributeSpec {
+    const char* longName;
+    const char* shortName;
+    char kind;
+    bool hidden;
+    bool keyable;
+};
+const AttributeSpec kSchema[] = {
+    {"strokes", "stk", 'p', true, true},           {"playervtx", "pvt", 'i', true, true},
+    {"freepoints", "frt", 'p', true, true},        {"freezeMedian", "frm", 'p', true, true},
+    {"sizes", "sz", 'i', true, false},             {"playersLine", "pla", 'p', true, true},
+    {"playerpts", "ppt", 'p', true, true},         {"pointsDebug", "pdb", 'p', true, true},
+    {"strokesShadow", "shtk", 'p', true, true},    {"sizesShadow", "shz", 'i', true, true},
+    {"strokesNondestruct", "stnd", 'p', true, true}, {"sizesNondestruct", "snd", 'i', true, true},
+    {"newFaces", "nf", 'i', false, false},         {"displayInfo", "di", 'I', false, false},
+    {"tweakRadius", "twr", 'i', true, false},      {"tqSarnMesh", "tm", 'g', false, true},
+    {"shadowIndices1", "shio", 'i', true, false},  {"shadowIndices2", "shis", 'i', true, false},
+    {"shadowIndices3", "shit", 'i', true, false},  {"fusept", "fpt", 'p', true, false},
+    {"magnetPt", "mgn", 'p', true, false},         {"sublines", "sbl", 'p', true, true},
+    {"fusemesh", "fmh", 'p', true, true},          {"fuseindices", "fid", 'i', true, false},
+    {"verticestweak", "tkv", 'p', true, false},    {"inputNormals", "ino", 'v', true, false},
+    {"displaySize", "dsz", 'D', false, false},     {"pinch", "pch", 'D', true, false},
+    {"mode", "mo", 'I', true, false},              {"symmetry", "sym", 'I', true, false},
+    {"radiusMoveInteractive", "rmi", 'D', false, false},
+    {"radiusRelaxInteractive", "rri", 'D', false, false},
+    {"intensityRelaxInteractive", "iri", 'D', false, false},
+    {"interPoint", "ip", '3', true, false},        {"interNormal", "in", '3', false, false},
+};
+
+class StoreSchema : public StoreTest {};
+
+TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
+{
+    MFnDependencyNode node(makeStore());
+    const std::map<char, MFnData::Type> typed = {
+        {'p', MFnData::kPointArray}, {'i', MFnData::kIntArray}, {'v', MFnData::kVectorArray}};
+    const std::map<char, MFnNumericData::Type> numeric = {
+        {'I', MFnNumericData::kInt}, {'D', MFnNumericData::kDouble}, {'3', MFnNumericData::k3Double}};
+    std::set<std::string> ours;
+    for (const AttributeSpec& spec : kSchema) {
+        SCOPED_TRACE(spec.longName);
+        ours.insert(spec.longName);
+        MObject attr = node.attribute(spec.longName);
+        ASSERT_FALSE(attr.isNull());
+        MFnAttribute fn(attr);
+        EXPECT_EQ(std::string(fn.shortName().asChar()), spec.shortName);
+        EXPECT_EQ(fn.isHidden(), spec.hidden);
+        EXPECT_EQ(fn.isKeyable(), spec.keyable);
+        EXPECT_TRUE(fn.isStorable() && fn.isWritable());
+        if (typed.count(spec.kind))
+            EXPECT_EQ(MFnTypedAttribute(attr).attrType(), typed.at(spec.kind));
+        else if (numeric.count(spec.kind))
+            EXPECT_EQ(MFnNumericAttribute(attr).unitType(), numeric.at(spec.kind));
+        else
+            EXPECT_TRUE(fn.accepts(MFnData::kMesh));
+    }
+    // interNormal's own flag calls went astray: it keeps what a fresh attribute has.
+    MFnNumericAttribute fresh;
+    MFnAttribute reference(fresh.create("plainTriple", "ptr", MFnNumericData::k3Double, 0.0));
+    MFnAttribute interNormal(node.attribute("interNormal"));
+    EXPECT_EQ(interNormal.isCached(), reference.isCached());
+    EXPECT_EQ(interNormal.isHidden(), reference.isHidden());
+
+    std::vector<std::string> order;
+    for (unsigned int i = 0; i < node.attributeCount(); ++i) {
+        const std::string name = MFnAttribute(node.attribute(i)).name().asChar();
+        if (ours.count(name))
+            order.push_back(name);
+    }
+    const std::vector<std::string> fileOrder = {
+        "pointsDebug", "intensityRelaxInteractive", "radiusRelaxInteractive", "radiusMoveInteractive",
+        "interPoint", "interNormal", "symmetry", "sublines", "mode", "pinch", "sizes", "newFaces",
+        "tweakRadius", "fusept", "strokes", "playerpts", "magnetPt", "fusemesh", "playervtx", "tqSarnMesh",
+        "verticestweak", "shadowIndices1", "shadowIndices2", "shadowIndices3", "playersLine", "fuseindices",
+        "displayInfo", "inputNormals", "freezeMedian", "sizesShadow", "freepoints", "strokesShadow",
+        "displaySize", "sizesNondestruct", "strokesNondestruct"};
+    EXPECT_EQ(order, fileOrder);
+}
+
+TEST_F(StoreSchema, DefaultsAndTheRadiusMinimum)
+{
+    MObject store = makeStore();
+    EXPECT_EQ(host::getInt("store.displayInfo"), 1);
+    EXPECT_TRUE(host::getData("store.strokes").isNull()); // typed attributes start with no data
+
+    // A new node's radii read 0, below their own minimum: the float 0.1 widened.
+    MFnDependencyNode node(store);
+    for (const char* name : {"radiusMoveInteractive", "radiusRelaxInteractive", "intensityRelaxInteractive"}) {
+        double value = -1.0, minimum = 0.0;
+        EXPECT_TRUE(tq::readDoubleAttr(name, value, store));
+        EXPECT_EQ(value, 0.0) << name;
+        EXPECT_TRUE(MFnNumericAttribute(node.attribute(name)).getMin(minimum)) << name;
+        EXPECT_EQ(minimum, 0.10000000149011612) << name;
+    }
+}
+
+TEST_F(StoreSchema, DirtyNetWithItsCyclesMarksAndComputesNothing)
+{
+    MObject store = makeStore();
+    MFnDependencyNode node(store);
+    const std::map<std::string, std::set<std::string>> net = {
+        {"strokes", {"sizes", "newFaces", "tqSarnMesh", "freepoints"}},
+        {"tqSarnMesh", {"sizes"}},
+        {"tweakRadius", {"tqSarnMesh"}},
+        {"displayInfo", {"strokes"}},
+        {"newFaces", {"sizesShadow", "strokesShadow"}},
+        {"playervtx", {"strokesShadow"}},
+        {"sizesShadow", {"newFaces"}},
+        {"strokesShadow", {"newFaces"}},
+        {"verticestweak", {"newFaces"}},
+    };
+    for (const AttributeSpec& spec : kSchema) {
+        MObjectArray affected;
+        ASSERT_TRUE(node.getAffectedAttributes(node.attribute(spec.longName), affected));
+        std::set<std::string> names;
+        for (unsigned int i = 0; i < affected.length(); ++i)
+            names.insert(MFnAttribute(affected[i]).name().asChar());
+        auto it = net.find(spec.longName);
+        EXPECT_EQ(names, it == net.end() ? std::set<std::string>() : it->second) << spec.longName;
+    }
+
+    // Through the cycle newFaces <-> sizesShadow the stored sizes survive; displayInfo dirties
+    // strokes, whose compute keeps them as stored.
+    ASSERT_TRUE(tq::writeIntArrayAttr(ints({3, 0, 2}), "sizesShadow", store));
+    ASSERT_TRUE(tq::writeIntArrayAttr(ints({7, 8}), "newFaces", store));
+    ASSERT_TRUE(host::isDirty("store.sizesShadow"));
+    MIntArray sizes;
+    EXPECT_TRUE(tq::readIntArrayAttr("sizesShadow", sizes, store));
+    EXPECT_EQ(toVector(sizes), (std::vector<int>{3, 0, 2}));
+    const MPointArray stroke = points({{0, 0, 0}, {1, 0, 0}, {2, 1, 0}});
+    ASSERT_TRUE(tq::writePointArrayAttr(stroke, "strokes", store));
+    ASSERT_TRUE(host::setInt("store.displayInfo", 0));
+    ASSERT_TRUE(host::isDirty("store.strokes"));
+    MPointArray read;
+    EXPECT_TRUE(tq::readPointArrayAttr("strokes", read, store));
+    EXPECT_TRUE(samePoints(read, stroke));
+    EXPECT_FALSE(loggedError());
+}
+
+// Stands in for the store's draw override while the plug-in registers none: the test only
+// needs to see when the host updates the node's drawing.
+class ProbeOverride : public MHWRender::MPxDrawOverride {
+public:
+    explicit ProbeOverride(const MObject& obj) : MHWRender::MPxDrawOverride(obj, nullptr, false) {}
+    MUserData* prepareForDraw(const MDagPath&, const MDagPath&, const MHWRender::MFrameContext&,
+                              MUserData* oldData) override
+    {
+        return oldData;
+    }
+    static MHWRender::MPxDrawOverride* creator(const MObject& obj) { return new ProbeOverride(obj); }
+};
+
+struct ProbeRegistration {
+    bool registered = host::pluginRegistrations(kPluginName).drawOverrides.empty() &&
+                      MHWRender::MDrawRegistry::registerDrawOverrideCreator(tqSarn::drawDbClassification, "probe",
+                                                                            ProbeOverride::creator);
+    ~ProbeRegistration()
+    {
+        if (registered)
+            MHWRender::MDrawRegistry::deregisterDrawOverrideCreator(tqSarn::drawDbClassification, "probe");
+    }
+};
+
+TEST_F(StoreSchema, OnlySizesAsksTheOverlayToRebuild)
+{
+    ProbeRegistration probe;
+    MObject store = makeStore();
+    auto redrawn = [] {
+        const host::FrameRecords frame = host::drawFrame();
+        const host::OverrideRecords* records = frame.find("store");
+        return records && records->updated;
+    };
+    EXPECT_TRUE(redrawn()); // the first frame always draws
+    EXPECT_FALSE(redrawn());
+    EXPECT_TRUE(tq::writeDoubleAttr(0.4, "pinch", store));
+    EXPECT_TRUE(tq::writeIntArrayAttr(ints({1, 2}), "newFaces", store)); // dirties the shadow only
+    EXPECT_FALSE(redrawn());
+    EXPECT_TRUE(tq::writeIntArrayAttr(ints({2}), "sizes", store));
+    EXPECT_TRUE(redrawn());
+    EXPECT_FALSE(redrawn());
+}
+
+} // namespace
