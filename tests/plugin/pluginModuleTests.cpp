@@ -1,0 +1,87 @@
+// Loading the built tqSarn module: its identity, what it registers and in which order, the
+// banner, and a registration clash half-way.
+
+#include "host/harness.h"
+#include "host/log.h"
+
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+MStatus initializePlugin(MObject obj);
+MStatus uninitializePlugin(MObject obj);
+
+namespace {
+
+const char* const kBannerNotice = "(Beta version, use at your own risk)";
+
+int bannerCount()
+{
+    int count = 0;
+    for (const host::LogEntry& entry : host::logEntries())
+        if (entry.text.find(kBannerNotice) != std::string::npos)
+            ++count;
+    return count;
+}
+
+class PluginModule : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        for (const std::string& name : host::loadedPlugins())
+            host::unloadPlugin(name);
+        host::newScene();
+        host::clearLog();
+    }
+    void TearDown() override
+    {
+        host::newScene();
+        for (const std::string& name : host::loadedPlugins())
+            host::unloadPlugin(name);
+    }
+};
+
+TEST_F(PluginModule, LoadsByPathWithItsIdentityRegistrationsAndOneBanner)
+{
+    std::string name;
+    ASSERT_TRUE(host::loadPlugin(TQSARN_MODULE, &name)) << host::logText();
+    EXPECT_EQ(name, "tqSarn");
+    const host::PluginRegistrations regs = host::pluginRegistrations(name);
+    EXPECT_EQ(regs.vendor, "Halvane");
+    EXPECT_EQ(regs.version, "0.97");
+    EXPECT_EQ(regs.apiVersion, "Any");
+    EXPECT_EQ(regs.nodeTypes, std::vector<std::string>{"tqSarn"});
+    EXPECT_EQ(bannerCount(), 1);
+    EXPECT_FALSE(host::createNode("tqSarn").isNull());
+
+    // A live store keeps the module loaded; an empty scene lets it go.
+    EXPECT_FALSE(host::unloadPlugin(name));
+    EXPECT_TRUE(host::isPluginLoaded(name));
+    host::newScene();
+    EXPECT_TRUE(host::unloadPlugin(name)) << host::logText();
+    EXPECT_FALSE(host::isPluginLoaded(name));
+    EXPECT_TRUE(host::createNode("tqSarn").isNull());
+}
+
+TEST_F(PluginModule, AClashStopsTheLoadAtThatStepWithoutABanner)
+{
+    // The same code linked into this program registers the store node first, so the
+    // module's own registration of it clashes.
+    ASSERT_TRUE(host::loadLinkedPlugin("tqSarnLinked", initializePlugin, uninitializePlugin));
+    EXPECT_EQ(bannerCount(), 1);
+    host::clearLog();
+
+    std::string name;
+    EXPECT_FALSE(host::loadPlugin(TQSARN_MODULE, &name));
+    EXPECT_EQ(bannerCount(), 0);
+    EXPECT_TRUE(host::logContains(host::LogLevel::kError, "tqSarn")) << host::logText();
+    EXPECT_TRUE(host::pluginRegistrations(name).nodeTypes.empty());
+    // The first registration is untouched by the failed load.
+    EXPECT_FALSE(host::createNode("tqSarn").isNull());
+}
+
+} // namespace
