@@ -94,9 +94,9 @@ struct RaySetup {
 // The hit point in the caller's space, straight from the caller's ray.
 MFloatPoint pointOnRay(const MFloatPoint& source, const MFloatVector& direction, double t)
 {
-    return MFloatPoint(static_cast<float>(double(source.x) + t * direction.x),
-                       static_cast<float>(double(source.y) + t * direction.y),
-                       static_cast<float>(double(source.z) + t * direction.z));
+    return MFloatPoint(host::toFloat(double(source.x) + t * direction.x),
+                       host::toFloat(double(source.y) + t * direction.y),
+                       host::toFloat(double(source.z) + t * direction.z));
 }
 
 bool nearestHit(const MObject& object, const MDagPath& path, const MFloatPoint& raySource,
@@ -116,15 +116,15 @@ bool nearestHit(const MObject& object, const MDagPath& path, const MFloatPoint& 
         return false;
     hitPoint = pointOnRay(raySource, rayDirection, hit.t);
     if (hitRayParam)
-        *hitRayParam = static_cast<float>(hit.t);
+        *hitRayParam = host::toFloat(hit.t);
     if (hitFace)
         *hitFace = hit.face;
     if (hitTriangle)
         *hitTriangle = hit.triangle;
     if (hitBary1)
-        *hitBary1 = static_cast<float>(hit.baryA);
+        *hitBary1 = host::toFloat(hit.baryA);
     if (hitBary2)
-        *hitBary2 = static_cast<float>(hit.baryB);
+        *hitBary2 = host::toFloat(hit.baryB);
     return true;
 }
 
@@ -210,15 +210,15 @@ bool MFnMesh::allIntersections(const MFloatPoint& raySource, const MFloatVector&
         const host::RayHit& hit = hits[k];
         hitPoints[k] = pointOnRay(raySource, rayDirection, hit.t);
         if (hitRayParams)
-            (*hitRayParams)[k] = static_cast<float>(hit.t);
+            (*hitRayParams)[k] = host::toFloat(hit.t);
         if (hitFaces)
             (*hitFaces)[k] = hit.face;
         if (hitTriangles)
             (*hitTriangles)[k] = hit.triangle;
         if (hitBary1s)
-            (*hitBary1s)[k] = static_cast<float>(hit.baryA);
+            (*hitBary1s)[k] = host::toFloat(hit.baryA);
         if (hitBary2s)
-            (*hitBary2s)[k] = static_cast<float>(hit.baryB);
+            (*hitBary2s)[k] = host::toFloat(hit.baryB);
     }
     return n > 0;
 }
@@ -241,8 +241,11 @@ MString MFnMesh::cachedIntersectionAcceleratorInfo(MStatus* ReturnStatus)
     if (!accel || accel->version() != mesh->version())
         return MString();
     char text[160];
-    std::snprintf(text, sizeof text, "bounding volume hierarchy of %d triangles, (build time %.6fs)",
-                  accel->numTriangles(), accel->buildSeconds());
+    if (accel->usable())
+        std::snprintf(text, sizeof text, "bounding volume hierarchy of %d triangles, (build time %.6fs)",
+                      accel->numTriangles(), accel->buildSeconds());
+    else
+        std::snprintf(text, sizeof text, "no hierarchy, %d triangles tested one by one", accel->numTriangles());
     return MString(text);
 }
 

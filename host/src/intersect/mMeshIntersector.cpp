@@ -102,14 +102,14 @@ MStatus MMeshIntersector::getClosestPoint(const MPoint& point, MPointOnMesh& mes
             return MStatus::kFailure;
     }
     const MVector& normal = fSnapshot->accel->faceNormal(found.face);
-    meshPoint.fPoint = MFloatPoint(static_cast<float>(found.point[0]), static_cast<float>(found.point[1]),
-                                   static_cast<float>(found.point[2]));
-    meshPoint.fNormal = MFloatVector(static_cast<float>(normal.x), static_cast<float>(normal.y),
-                                     static_cast<float>(normal.z));
+    meshPoint.fPoint = MFloatPoint(host::toFloat(found.point[0]), host::toFloat(found.point[1]),
+                                   host::toFloat(found.point[2]));
+    meshPoint.fNormal = MFloatVector(host::toFloat(normal.x), host::toFloat(normal.y),
+                                     host::toFloat(normal.z));
     meshPoint.fFace = found.face;
     meshPoint.fTriangle = found.triangle;
-    meshPoint.fBaryU = static_cast<float>(found.baryA);
-    meshPoint.fBaryV = static_cast<float>(found.baryB);
+    meshPoint.fBaryU = host::toFloat(found.baryA);
+    meshPoint.fBaryV = host::toFloat(found.baryB);
     return MStatus::kSuccess;
 }
 

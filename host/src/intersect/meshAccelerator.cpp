@@ -44,8 +44,8 @@ void onEmbreeError(void*, RTCError code, const char* text)
     writeLog(LogLevel::kError, "Embree error " + std::to_string(int(code)) + ": " + (text ? text : ""));
 }
 
-float roundDown(double x) { return std::nextafter(static_cast<float>(x), -kInfF); }
-float roundUp(double x) { return std::nextafter(static_cast<float>(x), kInfF); }
+float roundDown(double x) { return std::nextafter(toFloat(x), -kInfF); }
+float roundUp(double x) { return std::nextafter(toFloat(x), kInfF); }
 
 bool finite3(const float* p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
@@ -487,20 +487,21 @@ void MeshAccelerator::traceRay(const double origin[3], const double direction[3]
         return;
     const double length = std::sqrt(direction[0] * direction[0] + direction[1] * direction[1] +
                                      direction[2] * direction[2]);
-    float org[3], inv[3];
     double largest = 0;
-    for (int k = 0; k < 3; ++k) {
-        org[k] = static_cast<float>(origin[k] + enter * direction[k]);
+    for (int k = 0; k < 3; ++k)
         largest = std::max(largest, std::fabs(origin[k]) + std::fabs(enter * direction[k]));
+    // A source so far out that the entry point itself is not known to the pad: every leaf.
+    const bool exact = length > 0 && std::isfinite(length) && 1.0e-15 * largest <= 1.0e-2 * fPad;
+    float org[3] = {0, 0, 0}, inv[3] = {1, 1, 1};
+    for (int k = 0; exact && k < 3; ++k) {
+        org[k] = toFloat(origin[k] + enter * direction[k]);
         // A direction too small for a reciprocal is as good as a tiny one: it moves the ray
         // by far less than the pad over the scene.
-        float d = static_cast<float>(direction[k] / length);
+        float d = toFloat(direction[k] / length);
         if (std::fabs(d) < 1.0e-18f)
             d = std::copysign(1.0e-18f, d);
         inv[k] = 1.0f / d;
     }
-    // A source so far out that the entry point itself is not known to the pad: every leaf.
-    const bool exact = length > 0 && std::isfinite(length) && 1.0e-15 * largest <= 1.0e-2 * fPad;
 
     float far = roundUp((leave - enter) * length + 2.0 * fPad);
     double current = tMax;
@@ -568,11 +569,15 @@ void MeshAccelerator::searchPoint(const double point[3], double radius, PointCan
     if (!fRoot)
         return;
     // Rounding the point to single precision moves it by up to a few units in the last place.
-    const double pad = fPad + 1.0e-6 * std::max({std::fabs(point[0]), std::fabs(point[1]), std::fabs(point[2])});
-    const float p[3] = {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
-    // Never infinite: unused slots are infinitely far and must not pass.
-    auto limitFor = [pad](double r) {
-        return std::min(roundUp((r + pad) * (r + pad)), std::numeric_limits<float>::max());
+    const double largest = std::max({std::fabs(point[0]), std::fabs(point[1]), std::fabs(point[2])});
+    const double pad = fPad + 1.0e-6 * largest;
+    const float p[3] = {toFloat(point[0]), toFloat(point[1]), toFloat(point[2])};
+    // Never infinite: unused slots are infinitely far and must not pass. A point too far out
+    // for single precision squares prunes nothing.
+    const bool exact = largest < 1.0e18;
+    auto limitFor = [pad, exact](double r) {
+        return exact ? std::min(roundUp((r + pad) * (r + pad)), std::numeric_limits<float>::max())
+                     : std::numeric_limits<float>::max();
     };
     float limit = limitFor(radius);
 
@@ -592,8 +597,13 @@ void MeshAccelerator::searchPoint(const double point[3], double radius, PointCan
             continue;
         }
         const BvhNode* node = asNode(entry.item);
-        float d2[kBranching];
-        const int mask = pointDistances(node, p, limit, d2);
+        float d2[kBranching] = {};
+        int mask = 0;
+        if (exact)
+            mask = pointDistances(node, p, limit, d2);
+        else
+            for (unsigned c = 0; c < kBranching; ++c)
+                mask |= node->child[c] ? 1 << c : 0;
         StackEntry found[kBranching];
         int count = 0;
         for (unsigned c = 0; c < kBranching; ++c)

@@ -246,7 +246,10 @@ public:
         MMeshIsectAccelParams params = MFnMesh::autoUniformGridParams();
         for (int q = 0; q < points; ++q) {
             SCOPED_TRACE("point " + std::to_string(q));
+            // Mostly near the surface; now and then so far out that single precision fails.
             MFloatPoint p = below(3) == 0 ? randomTarget() : randomPointNear(below(4) == 0 ? 6.0 : 1.2);
+            if (below(20) == 0)
+                p = randomPointNear(1.0e20);
             const MPoint query(p.x + uniform(-1e-3, 1e-3), p.y + uniform(-1e-3, 1e-3), p.z + uniform(-1e-3, 1e-3));
             MPoint plain, fast;
             MVector plainNormal, fastNormal;
