@@ -28,14 +28,14 @@ using namespace storetest;
 // 'v' vector array, 'I' int, 'D' double, '3' three doubles, 'g' generic) and the two flags
 // that vary. newFaces and interNormal are visible: flag calls meant for their neighbours'
 // set-up reached newFaces, and missed interNormal.
-struct AttributeSpec {
+struct AttributeRow {
     const char* longName;
     const char* shortName;
     char kind;
     bool hidden;
     bool keyable;
 };
-const AttributeSpec kSchema[] = {
+const AttributeRow kSchema[] = {
     {"strokes", "stk", 'p', true, true},           {"playervtx", "pvt", 'i', true, true},
     {"freepoints", "frt", 'p', true, true},        {"freezeMedian", "frm", 'p', true, true},
     {"sizes", "sz", 'i', true, false},             {"playersLine", "pla", 'p', true, true},
@@ -67,20 +67,20 @@ TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
     const std::map<char, MFnNumericData::Type> numeric = {
         {'I', MFnNumericData::kInt}, {'D', MFnNumericData::kDouble}, {'3', MFnNumericData::k3Double}};
     std::set<std::string> ours;
-    for (const AttributeSpec& spec : kSchema) {
-        SCOPED_TRACE(spec.longName);
-        ours.insert(spec.longName);
-        MObject attr = node.attribute(spec.longName);
+    for (const AttributeRow& row : kSchema) {
+        SCOPED_TRACE(row.longName);
+        ours.insert(row.longName);
+        MObject attr = node.attribute(row.longName);
         ASSERT_FALSE(attr.isNull());
         MFnAttribute fn(attr);
-        EXPECT_EQ(std::string(fn.shortName().asChar()), spec.shortName);
-        EXPECT_EQ(fn.isHidden(), spec.hidden);
-        EXPECT_EQ(fn.isKeyable(), spec.keyable);
+        EXPECT_EQ(std::string(fn.shortName().asChar()), row.shortName);
+        EXPECT_EQ(fn.isHidden(), row.hidden);
+        EXPECT_EQ(fn.isKeyable(), row.keyable);
         EXPECT_TRUE(fn.isStorable() && fn.isWritable());
-        if (typed.count(spec.kind))
-            EXPECT_EQ(MFnTypedAttribute(attr).attrType(), typed.at(spec.kind));
-        else if (numeric.count(spec.kind))
-            EXPECT_EQ(MFnNumericAttribute(attr).unitType(), numeric.at(spec.kind));
+        if (typed.count(row.kind))
+            EXPECT_EQ(MFnTypedAttribute(attr).attrType(), typed.at(row.kind));
+        else if (numeric.count(row.kind))
+            EXPECT_EQ(MFnNumericAttribute(attr).unitType(), numeric.at(row.kind));
         else
             EXPECT_TRUE(fn.accepts(MFnData::kMesh));
     }
@@ -139,14 +139,14 @@ TEST_F(StoreSchema, DirtyNetWithItsCyclesMarksAndComputesNothing)
         {"strokesShadow", {"newFaces"}},
         {"verticestweak", {"newFaces"}},
     };
-    for (const AttributeSpec& spec : kSchema) {
+    for (const AttributeRow& row : kSchema) {
         MObjectArray affected;
-        ASSERT_TRUE(node.getAffectedAttributes(node.attribute(spec.longName), affected));
+        ASSERT_TRUE(node.getAffectedAttributes(node.attribute(row.longName), affected));
         std::set<std::string> names;
         for (unsigned int i = 0; i < affected.length(); ++i)
             names.insert(MFnAttribute(affected[i]).name().asChar());
-        auto it = net.find(spec.longName);
-        EXPECT_EQ(names, it == net.end() ? std::set<std::string>() : it->second) << spec.longName;
+        auto it = net.find(row.longName);
+        EXPECT_EQ(names, it == net.end() ? std::set<std::string>() : it->second) << row.longName;
     }
 
     // Through the cycle newFaces <-> sizesShadow the stored sizes survive; displayInfo dirties

@@ -8,7 +8,7 @@
 
 namespace host {
 
-bool BuiltinArgs::parse(const CommandCall& call, const std::vector<FlagSpec>& flags)
+bool BuiltinArgs::parse(const CommandCall& call, const std::vector<FlagRule>& flags)
 {
     fFlags = flags;
     fUses.clear();
@@ -24,22 +24,22 @@ bool BuiltinArgs::parse(const CommandCall& call, const std::vector<FlagSpec>& fl
             continue;
         }
         std::string name = a.flagName();
-        const FlagSpec* spec = nullptr;
-        for (const FlagSpec& f : fFlags)
+        const FlagRule* flag = nullptr;
+        for (const FlagRule& f : fFlags)
             if (name == f.shortName || name == f.longName)
-                spec = &f;
-        if (!spec) {
+                flag = &f;
+        if (!flag) {
             commandError(call, "Invalid flag '-" + name + "'");
             return false;
         }
-        Use use{spec, {}};
-        if (spec->argumentCount == kOptionalArgument) {
+        Use use{flag, {}};
+        if (flag->argumentCount == kOptionalArgument) {
             if (i + 1 < call.args.size() && !call.args[i + 1].isFlag())
                 use.values.push_back(call.args[++i]);
         } else {
-            for (int k = 0; k < spec->argumentCount; ++k) {
+            for (int k = 0; k < flag->argumentCount; ++k) {
                 if (i + 1 >= call.args.size() || call.args[i + 1].isFlag()) {
-                    commandError(call, "the flag '-" + name + "' needs " + std::to_string(spec->argumentCount) +
+                    commandError(call, "the flag '-" + name + "' needs " + std::to_string(flag->argumentCount) +
                                            " argument(s)");
                     return false;
                 }
@@ -55,14 +55,14 @@ unsigned BuiltinArgs::uses(const char* longName) const
 {
     unsigned n = 0;
     for (const Use& u : fUses)
-        n += std::string(u.spec->longName) == longName ? 1 : 0;
+        n += std::string(u.flag->longName) == longName ? 1 : 0;
     return n;
 }
 
 const ArgValue* BuiltinArgs::value(const char* longName, unsigned k, unsigned use) const
 {
     for (const Use& u : fUses) {
-        if (std::string(u.spec->longName) != longName)
+        if (std::string(u.flag->longName) != longName)
             continue;
         if (use-- == 0)
             return k < u.values.size() ? &u.values[k] : nullptr;

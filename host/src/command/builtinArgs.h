@@ -14,7 +14,7 @@
 
 namespace host {
 
-struct FlagSpec {
+struct FlagRule {
     const char* shortName;
     const char* longName;
     // The arguments that follow the flag; kOptionalArgument takes one when the next
@@ -25,7 +25,7 @@ constexpr int kOptionalArgument = -1;
 
 class BuiltinArgs {
 public:
-    bool parse(const CommandCall& call, const std::vector<FlagSpec>& flags);
+    bool parse(const CommandCall& call, const std::vector<FlagRule>& flags);
 
     bool has(const char* longName) const { return uses(longName) > 0; }
     unsigned uses(const char* longName) const;
@@ -38,10 +38,10 @@ public:
 
 private:
     struct Use {
-        const FlagSpec* spec;
+        const FlagRule* flag;
         std::vector<ArgValue> values;
     };
-    std::vector<FlagSpec> fFlags;
+    std::vector<FlagRule> fFlags;
     std::vector<Use> fUses;
     std::vector<ArgValue> fOperands;
 };
