@@ -367,38 +367,38 @@ MStatus MArgParser::getCommandArgument(unsigned int index, MString& result) cons
 
 bool MArgParser::commandArgumentBool(unsigned int index, MStatus* ReturnStatus) const
 {
-    bool v = false;
-    MStatus st = getCommandArgument(index, v);
+    if (fParsed)
+        return fParsed->commandArgs.asBool(index, ReturnStatus);
     if (ReturnStatus)
-        *ReturnStatus = st;
-    return v;
+        *ReturnStatus = MStatus::kFailure;
+    return false;
 }
 
 int MArgParser::commandArgumentInt(unsigned int index, MStatus* ReturnStatus) const
 {
-    int v = 0;
-    MStatus st = getCommandArgument(index, v);
+    if (fParsed)
+        return fParsed->commandArgs.asInt(index, ReturnStatus);
     if (ReturnStatus)
-        *ReturnStatus = st;
-    return v;
+        *ReturnStatus = MStatus::kFailure;
+    return 0;
 }
 
 double MArgParser::commandArgumentDouble(unsigned int index, MStatus* ReturnStatus) const
 {
-    double v = 0.0;
-    MStatus st = getCommandArgument(index, v);
+    if (fParsed)
+        return fParsed->commandArgs.asDouble(index, ReturnStatus);
     if (ReturnStatus)
-        *ReturnStatus = st;
-    return v;
+        *ReturnStatus = MStatus::kFailure;
+    return 0.0;
 }
 
 MString MArgParser::commandArgumentString(unsigned int index, MStatus* ReturnStatus) const
 {
-    MString v;
-    MStatus st = getCommandArgument(index, v);
+    if (fParsed)
+        return fParsed->commandArgs.asString(index, ReturnStatus);
     if (ReturnStatus)
-        *ReturnStatus = st;
-    return v;
+        *ReturnStatus = MStatus::kFailure;
+    return MString();
 }
 
 MStatus MArgParser::getObjects(MStringArray& result) const
