@@ -42,6 +42,7 @@ public:
     static MStatus select(const MSelectionList& list, ListAdjustment listAdjustment = kAddToList);
     static MStatus unselect(const MObject& object);
     static MStatus clearSelectionList();
+    static MStatus deleteNode(MObject& node);
     static MSelectionMode selectionMode(MStatus* ReturnStatus = nullptr);
     static MStatus setSelectionMode(MSelectionMode mode);
 

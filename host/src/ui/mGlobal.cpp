@@ -1,6 +1,7 @@
 #include <maya/MGlobal.h>
 
 #include "dg/access.h"
+#include "dg/scene.h"
 #include "command/commandAccess.h"
 #include "command/interpreter.h"
 #include "ui/selectionState.h"
@@ -136,6 +137,18 @@ MStatus MGlobal::unselect(const MObject& object)
     MSelectionList list;
     MStatus st = list.add(object);
     return st ? applySelection(list, kRemoveFromList) : st;
+}
+
+// Deletes at once, outside the undo queue: an undoable deletion goes through MDGModifier or
+// the `delete` command. A DAG node takes its children with it.
+MStatus MGlobal::deleteNode(MObject& node)
+{
+    MStatus st;
+    host::NodeBody* body = host::Access::node(node, &st);
+    if (!body) {
+        return MStatus::kInvalidParameter;
+    }
+    return host::Scene::current().deleteNode(body);
 }
 
 MStatus MGlobal::clearSelectionList()
