@@ -33,7 +33,7 @@ else
 WERROR := OFF
 endif
 
-BASE_CMAKE_ARGS := -DTQSARN_WERROR=$(WERROR)
+BASE_CMAKE_ARGS = -DTQSARN_WERROR=$(WERROR) -DTQSARN_SCAN_DIR=$(shell bash scripts/scans --dir)
 BUILD_CMAKE_ARGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTQSARN_SANITIZE=OFF
 ASAN_CMAKE_ARGS := -DCMAKE_BUILD_TYPE=Debug -DTQSARN_SANITIZE=ON -DTQSARN_BENCHMARKS=OFF
 
@@ -61,6 +61,7 @@ help:
 
 setup:
 	@bash scripts/setup
+	@bash scripts/scans >/dev/null
 
 configure: setup
 	@$(call configure,$(BUILD_DIR),$(BUILD_CMAKE_ARGS))
