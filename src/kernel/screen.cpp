@@ -1,6 +1,7 @@
 #include "kernel/screen.h"
 
 #include "kernel/distances.h"
+#include "store/logModules.h"
 
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>
@@ -74,12 +75,12 @@ MFloatPoint cameraEyePoint()
         return MFloatPoint(0.0f, 0.0f, 0.0f, 1.0f);
     MFnCamera camera(cameraPath, &status);
     if (!status) {
-        status.pAPIerror("functions", __LINE__, "cameraEyePoint");
+        status.pAPIerror(logModule::kFunctions, __LINE__, "cameraEyePoint");
         return MFloatPoint(0.0f, 0.0f, 0.0f, 1.0f);
     }
     const MPoint eye = camera.eyePoint(MSpace::kWorld, &status);
     if (!status)
-        status.pAPIerror("functions", __LINE__, "cameraEyePoint");
+        status.pAPIerror(logModule::kFunctions, __LINE__, "cameraEyePoint");
     return MFloatPoint(static_cast<float>(eye.x), static_cast<float>(eye.y), static_cast<float>(eye.z), 1.0f);
 }
 

@@ -1,6 +1,7 @@
 #include "store/infoLines.h"
 
 #include "store/infoTexts.h"
+#include "store/logModules.h"
 #include "store/optionVars.h"
 #include "store/storeAttributes.h"
 #include "store/storeLookup.h"
@@ -15,7 +16,7 @@ namespace tq {
 
 namespace {
 
-constexpr const char* kModule = "functions";
+constexpr const char* kModule = logModule::kFunctions;
 
 // Reads `displayInfo` and drops the value. Deliberate: the read is there only to make the
 // store current after a line changed; nothing uses what it returns.

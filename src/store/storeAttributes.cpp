@@ -1,5 +1,6 @@
 #include "store/storeAttributes.h"
 
+#include "store/logModules.h"
 #include <maya/MDataHandle.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnFloatArrayData.h>
@@ -13,7 +14,7 @@ namespace tq {
 
 namespace {
 
-constexpr const char* kModule = "functions";
+constexpr const char* kModule = logModule::kFunctions;
 
 // The plug of `name` on `node`; a null node or a plug not found is kInvalidParameter.
 MPlug plugOf(const MString& name, const MObject& node, MStatus& status, int line)

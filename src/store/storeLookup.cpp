@@ -1,5 +1,6 @@
 #include "store/storeLookup.h"
 
+#include "store/logModules.h"
 #include "store/tqSarn.h"
 
 #include <maya/MFn.h>
@@ -14,7 +15,7 @@
 namespace tq {
 
 namespace {
-constexpr const char* kModule = "functions";
+constexpr const char* kModule = logModule::kFunctions;
 } // namespace
 
 MObject findStoreNode()

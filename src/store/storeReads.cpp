@@ -1,6 +1,7 @@
 #include "store/storeReads.h"
 
 #include "store/hostWidgets.h"
+#include "store/logModules.h"
 #include "store/storeAttributes.h"
 #include "store/storeLookup.h"
 #include "store/tqSarn.h"
@@ -9,7 +10,7 @@ namespace tq {
 
 namespace {
 
-constexpr const char* kModule = "functions";
+constexpr const char* kModule = logModule::kFunctions;
 
 template <class Array, class Reader>
 Array readFromStore(const char* name, MStatus& status, Reader reader)
