@@ -3,8 +3,8 @@
 // a new scene with a store for every test, a selected retopo mesh to build on, and readers of
 // what a user would look at on the mesh afterwards.
 
-#include <host/harness.h>
-#include <host/log.h>
+#include "../support/pluginTest.h"
+
 
 #include <maya/MDagPath.h>
 #include <maya/MFloatPointArray.h>
@@ -23,16 +23,10 @@
 
 namespace patchtest {
 
-using P3 = std::array<double, 3>;
+using plugintest::P3;
 using Faces = std::vector<std::vector<int>>;
 
-inline MPointArray row(const std::vector<P3>& list)
-{
-    MPointArray out;
-    for (const P3& p : list)
-        out.append(MPoint(p[0], p[1], p[2]));
-    return out;
-}
+inline MPointArray row(const std::vector<P3>& list) { return plugintest::pointArray(list); }
 
 // `count` points from `from` in steps of `step`.
 inline MPointArray straightRow(const P3& from, const P3& step, int count)
@@ -43,29 +37,16 @@ inline MPointArray straightRow(const P3& from, const P3& step, int count)
     return out;
 }
 
-inline std::vector<int> ints(const MIntArray& a) { return std::vector<int>(a.begin(), a.end()); }
+using plugintest::intArray;
+using plugintest::ints;
 
-inline MIntArray intArray(const std::vector<int>& values) { return MIntArray(values.data(), unsigned(values.size())); }
-
-class PatchTest : public ::testing::Test {
+class PatchTest : public plugintest::PluginTest {
 protected:
     void SetUp() override
     {
-        if (!host::isPluginLoaded("tqSarn")) {
-            ASSERT_TRUE(host::loadLinkedPlugin("tqSarn", initializePlugin, uninitializePlugin)) << host::logText();
-        }
-        host::newScene();
-        host::clearLog();
-        MGlobal::removeOptionVar("tq_mergThreshold");
-        store = host::createNode("tqSarn", "store");
+        PluginTest::SetUp();
+        store = makeStore();
         ASSERT_FALSE(store.isNull()) << host::logText();
-    }
-
-    void TearDown() override
-    {
-        if (HasFailure() && !host::logEntries().empty())
-            std::cerr << "Host log of the failed test:\n" << host::logText();
-        MGlobal::removeOptionVar("tq_mergThreshold");
     }
 
     // A selected retopo mesh "retopo" holding one unit quad far from where the tests build,

@@ -2,8 +2,11 @@
 // Shared pieces of the kernel suites: arrays from literals, an orthographic view whose pixels
 // are easy to reason about, and a scene with the plug-in loaded and meshes made from literals.
 
-#include <host/harness.h>
-#include <host/log.h>
+#include "../support/pluginTest.h"
+
+#include "store/storeAttributes.h"
+#include "store/storeReads.h"
+
 #include <host/viewport.h>
 
 #include <maya/MDagPath.h>
@@ -21,15 +24,11 @@
 
 namespace kerneltest {
 
-using P3 = std::array<double, 3>;
+using plugintest::intArray;
+using plugintest::ints;
+using plugintest::P3;
 
-inline MPointArray points(const std::vector<P3>& list)
-{
-    MPointArray out;
-    for (const P3& p : list)
-        out.append(MPoint(p[0], p[1], p[2]));
-    return out;
-}
+inline MPointArray points(const std::vector<P3>& list) { return plugintest::pointArray(list); }
 
 inline std::vector<double> xs(const MPointArray& a)
 {
@@ -38,10 +37,6 @@ inline std::vector<double> xs(const MPointArray& a)
         out.push_back(p.x);
     return out;
 }
-
-inline std::vector<int> ints(const MIntArray& a) { return std::vector<int>(a.begin(), a.end()); }
-
-inline MIntArray intArray(const std::vector<int>& values) { return MIntArray(values.data(), unsigned(values.size())); }
 
 // A new scene seen by an orthographic camera on +Z, 10 units across a 1000 x 800 view: 100
 // pixels to the unit, the origin at pixel (500, 400).
@@ -63,34 +58,42 @@ protected:
     host::ViewId view = 0;
 };
 
-// A new scene with the plug-in linked into the test program loaded (once per process).
-class SceneTest : public ::testing::Test {
+// A new scene with the plug-in loaded.
+using SceneTest = plugintest::PluginTest;
+
+using Rows = std::vector<std::vector<int>>;
+
+// A store, and a selected retopo mesh of three unit quads in a row sharing their edges:
+// vertices 0-3 along y = 0 at x = 0..3, vertices 4-7 above them along y = 1. The index rows
+// start marked {42}, so a test can tell which were written.
+class StripTest : public SceneTest {
 protected:
     void SetUp() override
     {
-        if (!host::isPluginLoaded("tqSarn")) {
-            ASSERT_TRUE(host::loadLinkedPlugin("tqSarn", initializePlugin, uninitializePlugin)) << host::logText();
-        }
-        host::newScene();
-        host::clearLog();
+        SceneTest::SetUp();
+        store = host::createNode("tqSarn", "store");
+        makeMesh("strip", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {0, 1, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0}},
+                 {4, 4, 4}, {0, 1, 5, 4, 1, 2, 6, 5, 2, 3, 7, 6});
+        ASSERT_TRUE(host::select({"strip"}));
+        for (const char* name : {"shadowIndices1", "shadowIndices2", "shadowIndices3"})
+            ASSERT_TRUE(tq::writeIntArrayAttr(intArray({42}), name, store));
     }
 
-    // A mesh shape under a new transform named `name`.
-    static MDagPath makeMesh(const std::string& name, const std::vector<P3>& vertices, const std::vector<int>& counts,
-                             const std::vector<int>& connects)
+    Rows indexRows()
     {
-        MFloatPointArray p;
-        for (const P3& v : vertices)
-            p.append(float(v[0]), float(v[1]), float(v[2]));
-        MFnMesh fn;
-        MStatus status;
-        fn.create(int(vertices.size()), int(counts.size()), p, intArray(counts), intArray(connects),
-                  host::createNode("transform", name), &status);
-        EXPECT_TRUE(status) << host::logText();
-        MDagPath path;
-        fn.getPath(path);
-        return path;
+        MIntArray a, b, c;
+        EXPECT_TRUE(tq::readShadowIndices(a, b, c));
+        return {ints(a), ints(b), ints(c)};
     }
+
+    std::vector<int> shadowSizes()
+    {
+        MIntArray sizes;
+        EXPECT_TRUE(tq::readShadowSizes(store, sizes));
+        return ints(sizes);
+    }
+
+    MObject store;
 };
 
 } // namespace kerneltest

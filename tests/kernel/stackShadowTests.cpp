@@ -16,40 +16,9 @@ namespace {
 using kerneltest::intArray;
 using kerneltest::ints;
 using kerneltest::points;
-using Rows = std::vector<std::vector<int>>;
+using kerneltest::Rows;
 
-// A store, and a selected retopo mesh of three unit quads in a row sharing their edges:
-// vertices 0-3 along y = 0 at x = 0..3, vertices 4-7 above them along y = 1. The index rows
-// start marked {42}, so a test can tell which were written.
-class StackShadow : public kerneltest::SceneTest {
-protected:
-    void SetUp() override
-    {
-        SceneTest::SetUp();
-        store = host::createNode("tqSarn", "store");
-        makeMesh("strip", {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {0, 1, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0}},
-                 {4, 4, 4}, {0, 1, 5, 4, 1, 2, 6, 5, 2, 3, 7, 6});
-        ASSERT_TRUE(host::select({"strip"}));
-        for (const char* name : {"shadowIndices1", "shadowIndices2", "shadowIndices3"})
-            ASSERT_TRUE(tq::writeIntArrayAttr(intArray({42}), name, store));
-    }
-
-    Rows indexRows()
-    {
-        MIntArray a, b, c;
-        EXPECT_TRUE(tq::readShadowIndices(a, b, c));
-        return {ints(a), ints(b), ints(c)};
-    }
-
-    std::vector<int> shadowSizes()
-    {
-        MIntArray sizes;
-        EXPECT_TRUE(tq::readShadowSizes(store, sizes));
-        return ints(sizes);
-    }
-
-    MObject store;
-};
+using StackShadow = kerneltest::StripTest;
 
 TEST_F(StackShadow, TwoRowsBecomeTwoIndexRows)
 {

@@ -1,59 +1,25 @@
 #pragma once
-// Shared pieces of the store suites: the plug-in linked into the test program and loaded
-// once, a fixture that starts every test from a new scene with an empty log and without the
-// option variables the store reads, and small builders.
+// Pieces of the store suites on top of the shared plug-in fixture: meshes made from the
+// harness's mesh arrays, and builders from brace lists.
 
-#include <host/harness.h>
-#include <host/log.h>
+#include "../support/pluginTest.h"
+
 #include <host/meshArrays.h>
 #include <host/meshFiles.h>
 
 #include <maya/MFnDagNode.h>
-#include <maya/MFnPlugin.h>
-#include <maya/MGlobal.h>
-#include <maya/MIntArray.h>
-#include <maya/MPointArray.h>
 
-#include <gtest/gtest.h>
-
-#include <iostream>
-#include <string>
-#include <vector>
+#include <initializer_list>
 
 namespace storetest {
 
-constexpr const char* kPluginName = "tqSarn";
+using plugintest::ensurePluginLoaded;
+using plugintest::kPluginName;
+using plugintest::forgetOptionVars;
+using plugintest::samePoints;
 
-inline bool ensurePluginLoaded()
-{
-    return host::isPluginLoaded(kPluginName) || host::loadLinkedPlugin(kPluginName, initializePlugin, uninitializePlugin);
-}
-
-inline void forgetOptionVars()
-{
-    for (const char* name : {"tq_uspan", "tq_vspan", "tq_glue", "tq_bdiv", "tq_sarnRadius", "tq_sarnBackFace",
-                             "tqSarn_info1", "tqSarn_info2"})
-        MGlobal::removeOptionVar(name);
-}
-
-class StoreTest : public ::testing::Test {
+class StoreTest : public plugintest::PluginTest {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(ensurePluginLoaded()) << host::logText();
-        host::newScene();
-        host::clearLog();
-        forgetOptionVars();
-    }
-    void TearDown() override
-    {
-        if (HasFailure())
-            std::cerr << "Host log of the failed test:\n" << host::logText();
-        forgetOptionVars();
-    }
-
-    static MObject makeStore(const std::string& name = "store") { return host::createNode("tqSarn", name); }
-
     // A mesh in the scene under a transform of that name; returns the shape's name.
     static std::string addMeshShape(const host::MeshArrays& mesh, const std::string& name)
     {
@@ -68,8 +34,6 @@ protected:
         EXPECT_TRUE(host::connect(shape + ".outMesh", "store.tqSarnMesh"));
         return shape;
     }
-
-    static bool loggedError() { return host::logContains(host::LogLevel::kError, ""); }
 };
 
 inline MPointArray points(std::initializer_list<MPoint> list)
@@ -88,17 +52,6 @@ inline MIntArray ints(std::initializer_list<int> list)
     return out;
 }
 
-inline std::vector<int> toVector(const MIntArray& a) { return std::vector<int>(a.begin(), a.end()); }
-
-// Exact equality of two point arrays, naming the first difference.
-inline ::testing::AssertionResult samePoints(const MPointArray& a, const MPointArray& b)
-{
-    if (a.length() != b.length())
-        return ::testing::AssertionFailure() << "lengths " << a.length() << " and " << b.length();
-    for (unsigned int i = 0; i < a.length(); ++i)
-        if (!(a[i] == b[i]))
-            return ::testing::AssertionFailure() << "point " << i << " differs";
-    return ::testing::AssertionSuccess();
-}
+inline std::vector<int> toVector(const MIntArray& a) { return plugintest::ints(a); }
 
 } // namespace storetest
