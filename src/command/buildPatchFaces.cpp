@@ -1,6 +1,6 @@
 #include "command/buildPatchFaces.h"
 
-#include "command/clearTweaks.h"
+#include "command/tqSarnToolCmd.h"
 #include "command/pinch.h"
 #include "kernel/resample.h"
 #include "kernel/stackShadow.h"
@@ -32,14 +32,11 @@ struct BandSettings {
     double mergeTolerance = 0.0;
 };
 
-// Exactly equal in all four coordinates: MPoint's own comparison allows a tolerance.
+// MPoint's comparison is exact in all four coordinates: only a row drawn back onto its very
+// start counts as closed.
 bool endsOnStart(const MPointArray& row)
 {
-    if (row.length() == 0)
-        return false;
-    const MPoint& first = row[0];
-    const MPoint& last = row[row.length() - 1];
-    return first.x == last.x && first.y == last.y && first.z == last.z && first.w == last.w;
+    return row.length() != 0 && row[0] == row[row.length() - 1];
 }
 
 int asCount(unsigned int count) { return static_cast<int>(std::min<unsigned int>(count, INT_MAX)); }
@@ -93,7 +90,7 @@ MIntArray buildPatchFaces(MFnMesh& fnMesh, const RowList& rows, unsigned int row
         rowSpans = kFewestClosedSpans;
 
     // Whether there is a retopo mesh or not, the generation goes on; nothing to report.
-    clearTweaks();
+    tqSarnToolCmd::clearTweaks();
 
     MIntArray faces;
     MPointArray shadowFirst;

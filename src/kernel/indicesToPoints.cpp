@@ -1,6 +1,7 @@
 #include "kernel/indicesToPoints.h"
 
 #include "kernel/debugDump.h"
+#include "store/logModules.h"
 #include "store/storeLookup.h"
 
 #include <maya/MItGeometry.h>
@@ -11,7 +12,7 @@ namespace tq {
 
 namespace {
 
-constexpr const char* kModule = "functions";
+constexpr const char* kModule = logModule::kFunctions;
 
 // Deliberate: distances are kept and compared in single precision, as the tool always has;
 // ties, and so the higher vertex winning them, are decided at float resolution.

@@ -1,6 +1,8 @@
 #include "store/storeWrites.h"
 
+#include "kernel/meshQueries.h"
 #include "store/hostWidgets.h"
+#include "store/logModules.h"
 #include "store/storeAttributes.h"
 #include "store/storeLookup.h"
 #include "store/storeReads.h"
@@ -18,7 +20,7 @@ using namespace storeAttr;
 
 namespace {
 
-constexpr const char* kModule = "functions";
+constexpr const char* kModule = logModule::kFunctions;
 
 MStatus emptyPoints(const char* name, const MObject& store) { return writePointArrayAttr(MPointArray(), name, store); }
 
@@ -29,26 +31,6 @@ void keepFirstFailure(MStatus& result, const MStatus& status)
 {
     if (result && !status)
         result = status;
-}
-
-// World positions of vertex ids on the retopo mesh. No ids need no mesh.
-MPointArray retopoPositions(const MIntArray& ids, MStatus& status)
-{
-    status = MStatus::kSuccess;
-    MPointArray positions;
-    if (ids.length() == 0)
-        return positions;
-    MFnMesh mesh(getActiveMeshPath(), &status);
-    if (!status)
-        return positions;
-    for (unsigned int i = 0; i < ids.length(); ++i) {
-        MPoint position;
-        status = mesh.getPoint(ids[i], position, MSpace::kWorld);
-        if (!status)
-            return MPointArray();
-        positions.append(position);
-    }
-    return positions;
 }
 
 } // namespace
@@ -198,8 +180,9 @@ MStatus writePlayerPoints(const MPointArray& points)
 
 MStatus writePlayersFromVertices(const MIntArray& ids)
 {
+    // No ids need no mesh: an empty chain is written as it is.
     MStatus status;
-    const MPointArray positions = retopoPositions(ids, status);
+    const MPointArray positions = ids.length() == 0 ? MPointArray() : vertexPositions(ids, MDagPath(), status);
     if (!status) {
         status.pAPIerror(kModule, __LINE__, "anchor vertices");
         return status;

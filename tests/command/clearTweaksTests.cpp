@@ -2,7 +2,7 @@
 // patch is built, with the vertices left where the user sees them.
 
 #include "command/buildPatchFaces.h"
-#include "command/clearTweaks.h"
+#include "command/tqSarnToolCmd.h"
 
 #include "patchTest.h"
 
@@ -39,11 +39,11 @@ TEST_F(ClearTweaks, EmptiesTheSelectedMeshsTweaksAndLeavesItsPoints)
 
     // Nothing selected: no retopo mesh, nothing touched.
     ASSERT_TRUE(host::select({}));
-    EXPECT_EQ(tq::clearTweaks(), MStatus::kInvalidParameter);
+    EXPECT_EQ(tqSarnToolCmd::clearTweaks(), MStatus::kInvalidParameter);
     EXPECT_EQ(tweakCount(), 2u);
 
     ASSERT_TRUE(host::select({"retopo"}));
-    EXPECT_TRUE(tq::clearTweaks());
+    EXPECT_TRUE(tqSarnToolCmd::clearTweaks());
     EXPECT_EQ(tweakCount(), 0u);
     const MPointArray after = meshPoints(fn);
     ASSERT_EQ(after.length(), shown.length());
