@@ -31,8 +31,9 @@
 
 namespace host {
 
-// The largest barycentric tolerance the accelerator's boxes cover.
-constexpr double kMaxAcceleratedTolerance = 1.0e-3;
+// The largest barycentric tolerance the accelerator's boxes cover. Callers pass tolerances
+// as floats: 0.001f is a little above 1.0e-3 as a double, and must still be covered.
+constexpr double kMaxAcceleratedTolerance = static_cast<double>(1.0e-3f);
 
 // How far past its own bounding box a triangle may be met by a ray with the given tolerance:
 // the widened triangle is the triangle scaled about its centroid by 1 + 3 * tolerance, and
