@@ -27,3 +27,13 @@ MeshArrays torus(float majorRadius, float minorRadius, int subdivAxis, int subdi
 MeshArrays sculptSurface(int triangleCount, unsigned seed = 1);
 
 } // namespace host
+
+namespace host {
+
+// A real scan made denser: the polygons are fanned into triangles, then every triangle is
+// split into four at its edge midpoints (neighbours share the new points) until there are at
+// least `triangleTarget` triangles. The surface keeps its shape exactly; UVs are dropped.
+// An invalid mesh writes an error to the host log and gives an empty mesh.
+MeshArrays densify(const MeshArrays& mesh, int triangleTarget);
+
+} // namespace host
