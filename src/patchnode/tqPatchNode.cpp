@@ -288,10 +288,12 @@ MStatus tqPatchNode::computeOutput(const MPlug& plug, MDataBlock& dataBlock) con
 
 MStatus tqPatchNode::setDependentsDirty(const MPlug& plug, MPlugArray& affected)
 {
-    // polyconnUV has no attributeAffects of its own: this is how its write reaches outMesh.
-    if (plug == polyconnUV || plug == state || plug == vertexarray)
-        affected.append(MPlug(thisMObject(), outMesh));
-    return MS::kSuccess;
+    return tq::guardEntryPoint("tqPatchNode::setDependentsDirty", [&] {
+        // polyconnUV has no attributeAffects of its own: this is how its write reaches outMesh.
+        if (plug == polyconnUV || plug == state || plug == vertexarray)
+            affected.append(MPlug(thisMObject(), outMesh));
+        return MStatus(MS::kSuccess);
+    });
 }
 
 MString tqPatchNode::patchDownstreamName(MString& name) const

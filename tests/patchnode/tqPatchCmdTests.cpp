@@ -137,7 +137,7 @@ TEST_F(PatchCmd, TweaksMoveIntoThePolyTweakInFrontOfTheNode)
     }
 }
 
-TEST_F(PatchCmd, NamesTheNodeTqPatchWithoutOAndRefusesAMissingMesh)
+TEST_F(PatchCmd, NamesTheNodeTqPatchWithoutOAndRefusesAMissingOrWrongMesh)
 {
     addGrid("a");
     addGrid("b");
@@ -150,6 +150,16 @@ TEST_F(PatchCmd, NamesTheNodeTqPatchWithoutOAndRefusesAMissingMesh)
     EXPECT_TRUE(host::runCommand("tqPatchCmd -o other").status);
     EXPECT_TRUE(host::logContains(host::LogLevel::kError, "Invalid mesh shape path: ")) << host::logText();
     EXPECT_EQ(host::nodeNames(), nodes);
+
+    // A name that is no mesh, or nothing at all: an error each, and the scene as it was.
+    host::createNode("transform", "group");
+    const std::vector<std::string> withGroup = host::nodeNames();
+    for (const char* name : {"group", "nowhere"}) {
+        host::clearLog();
+        EXPECT_TRUE(host::runCommand(std::string("tqPatchCmd -m ") + name).status);
+        EXPECT_TRUE(host::logContains(host::LogLevel::kError, "")) << name;
+        EXPECT_EQ(host::nodeNames(), withGroup) << name;
+    }
 }
 
 TEST_F(PatchCmd, ItsOwnUndoTakesTheSurgeryBackAndLeavesTheNewNodes)
