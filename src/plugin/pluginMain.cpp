@@ -7,6 +7,8 @@
 // tweak constraint node, the attach command, the patch node. Pieces that are not built
 // yet are left out of both lists, in their place.
 
+#include "patchnode/tqPatchCmd.h"
+#include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
 #include "store/tqSarn.h"
 
@@ -33,6 +35,16 @@ MStatus initializePlugin(MObject obj)
                                  MPxNode::kLocatorNode, &tqSarn::drawDbClassification);
     TQ_CHECK_STEP(status);
 
+    // The store's draw override, the context command with its tool command and the tweak
+    // constraint node register here, in that order.
+
+    status = plugin.registerCommand(tqPatchCmd::commandName, tqPatchCmd::creator, tqPatchCmd::newSyntax);
+    TQ_CHECK_STEP(status);
+
+    status = plugin.registerNode(tqPatchNode::typeName, tqPatchNode::id, tqPatchNode::creator,
+                                 tqPatchNode::initialize, MPxNode::kDependNode);
+    TQ_CHECK_STEP(status);
+
     MGlobal::displayInfo(tq::bannerText());
     return MStatus::kSuccess;
 }
@@ -46,6 +58,16 @@ MStatus uninitializePlugin(MObject obj)
 
     status = plugin.deregisterNode(tqSarn::id);
     TQ_CHECK_STEP(status);
+
+    // The store's draw override and the context command deregister here.
+
+    status = plugin.deregisterCommand(tqPatchCmd::commandName);
+    TQ_CHECK_STEP(status);
+
+    status = plugin.deregisterNode(tqPatchNode::id);
+    TQ_CHECK_STEP(status);
+
+    // The tweak constraint node deregisters here, last.
 
     return MStatus::kSuccess;
 }

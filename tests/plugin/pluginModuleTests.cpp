@@ -54,7 +54,8 @@ TEST_F(PluginModule, LoadsByPathWithItsIdentityRegistrationsAndOneBanner)
     EXPECT_EQ(regs.vendor, "Halvane");
     EXPECT_EQ(regs.version, "0.97");
     EXPECT_EQ(regs.apiVersion, "Any");
-    EXPECT_EQ(regs.nodeTypes, std::vector<std::string>{"tqSarn"});
+    EXPECT_EQ(regs.nodeTypes, (std::vector<std::string>{"tqSarn", "tqPatchNode"}));
+    EXPECT_EQ(regs.commands, std::vector<std::string>{"tqPatchCmd"});
     EXPECT_EQ(bannerCount(), 1);
     EXPECT_FALSE(host::createNode("tqSarn").isNull());
 

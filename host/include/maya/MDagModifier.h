@@ -8,8 +8,11 @@ public:
     MDagModifier();
     ~MDagModifier() override;
 
-    using MDGModifier::createNode;
-    MObject createNode(const MTypeId& typeId, const MObject& parent, MStatus* ReturnStatus = nullptr);
-    MObject createNode(const MString& type, const MObject& parent, MStatus* ReturnStatus = nullptr);
+    // These hide MDGModifier's forms, as in the devkit: a DG node is made through an
+    // MDGModifier reference (or a qualified call).
+    MObject createNode(const MTypeId& typeId, const MObject& parent = MObject::kNullObj,
+                       MStatus* ReturnStatus = nullptr);
+    MObject createNode(const MString& type, const MObject& parent = MObject::kNullObj,
+                       MStatus* ReturnStatus = nullptr);
     MStatus reparentNode(const MObject& node, const MObject& newParent = MObject::kNullObj);
 };
