@@ -7,11 +7,13 @@
 // tweak constraint node, the attach command, the patch node. Pieces that are not built
 // yet are left out of both lists, in their place.
 
+#include "display/tqSarnDrawOverride.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
 #include "store/tqSarn.h"
 
+#include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
 #include <maya/MStatus.h>
@@ -35,8 +37,13 @@ MStatus initializePlugin(MObject obj)
                                  MPxNode::kLocatorNode, &tqSarn::drawDbClassification);
     TQ_CHECK_STEP(status);
 
-    // The store's draw override, the context command with its tool command and the tweak
-    // constraint node register here, in that order.
+    status = MHWRender::MDrawRegistry::registerDrawOverrideCreator(tqSarn::drawDbClassification,
+                                                                   tqSarnDrawOverride::registrantId,
+                                                                   tqSarnDrawOverride::creator);
+    TQ_CHECK_STEP(status);
+
+    // The context command with its tool command and the tweak constraint node register here,
+    // in that order.
 
     status = plugin.registerCommand(tqPatchCmd::commandName, tqPatchCmd::creator, tqPatchCmd::newSyntax);
     TQ_CHECK_STEP(status);
@@ -59,7 +66,11 @@ MStatus uninitializePlugin(MObject obj)
     status = plugin.deregisterNode(tqSarn::id);
     TQ_CHECK_STEP(status);
 
-    // The store's draw override and the context command deregister here.
+    status = MHWRender::MDrawRegistry::deregisterDrawOverrideCreator(tqSarn::drawDbClassification,
+                                                                     tqSarnDrawOverride::registrantId);
+    TQ_CHECK_STEP(status);
+
+    // The context command deregisters here.
 
     status = plugin.deregisterCommand(tqPatchCmd::commandName);
     TQ_CHECK_STEP(status);
