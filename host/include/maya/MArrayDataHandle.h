@@ -27,7 +27,7 @@ public:
     MStatus setClean();
     MStatus setAllClean();
     MArrayDataBuilder builder(MStatus* ReturnStatus = nullptr);
-    MStatus set(const MArrayDataBuilder& builder);
+    MStatus set(MArrayDataBuilder& builder);
 
 private:
     friend class host::Access;

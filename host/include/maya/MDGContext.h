@@ -2,6 +2,9 @@
 // MDGContext: the context an evaluation runs in. The host evaluates in the normal context
 // only (no time or other contexts).
 
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
 class MDGContext {
 public:
     MDGContext();
@@ -9,7 +12,7 @@ public:
     virtual ~MDGContext();
     MDGContext& operator=(const MDGContext& other);
 
-    bool isNormal() const;
+    bool isNormal(MStatus* ReturnStatus = nullptr) const;
     bool isCurrent() const;
     static const MDGContext& current();
 

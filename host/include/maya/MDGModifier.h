@@ -30,7 +30,7 @@ public:
     MStatus disconnect(const MObject& sourceNode, const MObject& sourceAttr, const MObject& destNode,
                        const MObject& destAttr);
     MStatus disconnect(const MPlug& source, const MPlug& dest);
-    MStatus newPlugValue(const MPlug& plug, const MObject& plugValue);
+    MStatus newPlugValue(const MPlug& plug, MObject& plugValue);
     MStatus newPlugValueBool(const MPlug& plug, bool plugValue);
     MStatus newPlugValueInt(const MPlug& plug, int plugValue);
     MStatus newPlugValueFloat(const MPlug& plug, float plugValue);

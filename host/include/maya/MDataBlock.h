@@ -28,7 +28,7 @@ public:
     MStatus setClean(const MObject& attribute);
     bool isClean(const MObject& attribute, MStatus* ReturnStatus = nullptr);
     bool isClean(const MPlug& plug);
-    MDGContext context();
+    MDGContext context(MStatus* ReturnStatus = nullptr);
 
 private:
     friend class host::Access;

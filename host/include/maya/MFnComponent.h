@@ -15,7 +15,7 @@ class MFnComponent : public MFnBase {
     // True when the component names nothing: not complete and no elements.
     bool isEmpty(MStatus* ReturnStatus = nullptr) const;
     // Same kind and the same set of elements, order and repeats aside.
-    bool isEqual(const MObject& other, MStatus* ReturnStatus = nullptr) const;
+    bool isEqual(MObject& other, MStatus* ReturnStatus = nullptr) const;
     bool isComplete(MStatus* ReturnStatus = nullptr) const;
     MStatus setComplete(bool complete);
 };

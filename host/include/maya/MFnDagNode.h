@@ -17,13 +17,13 @@ class MFnDagNode : public MFnDependencyNode {
     MStatus setObject(MObject& object) override;
     MStatus setObject(const MObject& object) override;
 
-    MObject create(const MTypeId& typeId, const MObject& parent = MObject::kNullObj,
+    MObject create(const MTypeId& typeId, MObject& parent = MObject::kNullObj,
                    MStatus* ReturnStatus = nullptr);
-    MObject create(const MTypeId& typeId, const MString& name, const MObject& parent = MObject::kNullObj,
+    MObject create(const MTypeId& typeId, const MString& name, MObject& parent = MObject::kNullObj,
                    MStatus* ReturnStatus = nullptr);
-    MObject create(const MString& type, const MObject& parent = MObject::kNullObj,
+    MObject create(const MString& type, MObject& parent = MObject::kNullObj,
                    MStatus* ReturnStatus = nullptr);
-    MObject create(const MString& type, const MString& name, const MObject& parent = MObject::kNullObj,
+    MObject create(const MString& type, const MString& name, MObject& parent = MObject::kNullObj,
                    MStatus* ReturnStatus = nullptr);
 
     unsigned int parentCount(MStatus* ReturnStatus = nullptr) const;

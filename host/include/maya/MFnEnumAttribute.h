@@ -16,5 +16,5 @@ class MFnEnumAttribute : public MFnAttribute {
     MStatus setDefault(short index);
     MStatus setDefault(const MString& fieldString);
     MStatus getDefault(short& index) const;
-    short defaultValue(MStatus* ReturnStatus = nullptr) const;
+    MString defaultValue(MStatus* ReturnStatus = nullptr) const;
 };

@@ -5,12 +5,16 @@
 // for how long they last on a shape with history).
 
 #include <maya/MColor.h>
+#include <maya/MColorArray.h>
+#include <maya/MDGModifier.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MObject.h>
+#include <maya/MObjectArray.h>
 #include <maya/MPoint.h>
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
 #include <maya/MVector.h>
+#include <maya/MVectorArray.h>
 
 class MDGModifier;
 class MDoubleArray;

@@ -15,7 +15,7 @@ class MFnSingleIndexedComponent : public MFnComponent {
 
     MStatus addElement(int element);
     // Adds all the elements, or none when any is negative.
-    MStatus addElements(const MIntArray& elements);
+    MStatus addElements(MIntArray& elements);
 
     // The largest element index, -1 when there is none.
     int elementMax(MStatus* ReturnStatus = nullptr) const;

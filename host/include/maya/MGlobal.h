@@ -36,11 +36,12 @@ public:
     static MStatus setRichSelection(const MRichSelection& src);
     static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
     static MStatus selectByName(const MString& name, ListAdjustment listAdjustment = kAddToList);
-    static MStatus select(const MObject& object, ListAdjustment listAdjustment = kAddToList);
+    static MStatus select(MObject& object, ListAdjustment listAdjustment = kAddToList);
     static MStatus select(const MDagPath& object, const MObject& component,
                           ListAdjustment listAdjustment = kAddToList);
     static MStatus select(const MSelectionList& list, ListAdjustment listAdjustment = kAddToList);
-    static MStatus unselect(const MObject& object);
+    static MStatus unselect(MObject& object);
+    static MStatus unselect(const MDagPath& object, const MObject& component);
     static MStatus clearSelectionList();
     static MStatus deleteNode(MObject& node);
     static MSelectionMode selectionMode(MStatus* ReturnStatus = nullptr);

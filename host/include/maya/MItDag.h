@@ -26,7 +26,7 @@ public:
     MString fullPathName(MStatus* ReturnStatus = nullptr) const;
     MString partialPathName(MStatus* ReturnStatus = nullptr) const;
     unsigned int depth(MStatus* ReturnStatus = nullptr) const;
-    void prune();
+    MStatus prune();
     TraversalType getType(MStatus* ReturnStatus = nullptr) const;
 
 private:

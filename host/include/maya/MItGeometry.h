@@ -23,11 +23,11 @@ class MeshIteration;
 class MItGeometry {
 public:
     MItGeometry(const MDagPath& dagPath, MStatus* ReturnStatus = nullptr);
-    MItGeometry(const MDagPath& dagPath, const MObject& component, MStatus* ReturnStatus = nullptr);
-    MItGeometry(const MObject& dagObject, MStatus* ReturnStatus = nullptr);
+    MItGeometry(const MDagPath& dagPath, MObject& component, MStatus* ReturnStatus = nullptr);
+    MItGeometry(MObject& dagObject, MStatus* ReturnStatus = nullptr);
     MItGeometry(MDataHandle& dataHandle, unsigned int groupId, bool readOnly = true, MStatus* ReturnStatus = nullptr);
     MItGeometry(MDataHandle& dataHandle, bool readOnly = true, MStatus* ReturnStatus = nullptr);
-    MItGeometry(MDataHandle& dataHandle, const MObject& component, bool readOnly = true,
+    MItGeometry(MDataHandle& dataHandle, MObject& component, bool readOnly = true,
                 MStatus* ReturnStatus = nullptr);
     virtual ~MItGeometry();
 

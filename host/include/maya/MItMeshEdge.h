@@ -4,10 +4,16 @@
 // vertex 0 and 1 are its start and end as the mesh numbers them.
 
 #include <maya/MDagPath.h>
+#include <maya/MColor.h>
+#include <maya/MColorArray.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFnDagNode.h>
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <maya/MStatus.h>
+#include <maya/MString.h>
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
 
@@ -19,17 +25,17 @@ class MeshIteration;
 
 class MItMeshEdge {
 public:
-    MItMeshEdge(const MObject& polyObject, MStatus* ReturnStatus = nullptr);
-    MItMeshEdge(const MObject& polyObject, const MObject& component, MStatus* ReturnStatus = nullptr);
-    MItMeshEdge(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+    MItMeshEdge(MObject& polyObject, MStatus* ReturnStatus = nullptr);
+    MItMeshEdge(MObject& polyObject, MObject& component, MStatus* ReturnStatus = nullptr);
+    MItMeshEdge(const MDagPath& polyObject, MObject& component = MObject::kNullObj,
                 MStatus* ReturnStatus = nullptr);
     virtual ~MItMeshEdge();
 
     bool isDone(MStatus* ReturnStatus = nullptr);
     MStatus next();
     MStatus reset();
-    MStatus reset(const MObject& polyObject, const MObject& component = MObject::kNullObj);
-    MStatus reset(const MDagPath& polyObject, const MObject& component = MObject::kNullObj);
+    MStatus reset(MObject& polyObject, MObject& component = MObject::kNullObj);
+    MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
     int count(MStatus* ReturnStatus = nullptr);
 
     MPoint center(MSpace::Space space = MSpace::kObject, MStatus* ReturnStatus = nullptr);

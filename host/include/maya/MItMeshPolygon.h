@@ -4,11 +4,17 @@
 // Vertex arguments are face-relative (0 .. polygonVertexCount() - 1).
 
 #include <maya/MDagPath.h>
+#include <maya/MColor.h>
+#include <maya/MColorArray.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFnDagNode.h>
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <maya/MPointArray.h>
 #include <maya/MStatus.h>
+#include <maya/MString.h>
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
 #include <maya/MVectorArray.h>
@@ -22,7 +28,7 @@ class MeshIteration;
 class MItMeshPolygon {
 public:
     MItMeshPolygon(const MObject& polyObject, MStatus* ReturnStatus = nullptr);
-    MItMeshPolygon(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+    MItMeshPolygon(const MDagPath& polyObject, MObject& component = MObject::kNullObj,
                    MStatus* ReturnStatus = nullptr);
     virtual ~MItMeshPolygon();
 
@@ -30,7 +36,7 @@ public:
     MStatus next();
     MStatus reset();
     MStatus reset(const MObject& polyObject);
-    MStatus reset(const MDagPath& polyObject, const MObject& component = MObject::kNullObj);
+    MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
     unsigned int count(MStatus* ReturnStatus = nullptr);
     unsigned int polygonVertexCount(MStatus* ReturnStatus = nullptr);
 

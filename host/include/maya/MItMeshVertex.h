@@ -4,10 +4,16 @@
 // World space needs a path; an iterator made from an object answers in object space.
 
 #include <maya/MDagPath.h>
+#include <maya/MColor.h>
+#include <maya/MColorArray.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFnDagNode.h>
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
 #include <maya/MStatus.h>
+#include <maya/MString.h>
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
 #include <maya/MVectorArray.h>
@@ -20,16 +26,16 @@ class MeshIteration;
 
 class MItMeshVertex {
 public:
-    MItMeshVertex(const MObject& polyObject, MStatus* ReturnStatus = nullptr);
-    MItMeshVertex(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+    MItMeshVertex(MObject& polyObject, MStatus* ReturnStatus = nullptr);
+    MItMeshVertex(const MDagPath& polyObject, MObject& component = MObject::kNullObj,
                   MStatus* ReturnStatus = nullptr);
     virtual ~MItMeshVertex();
 
     bool isDone(MStatus* ReturnStatus = nullptr);
     MStatus next();
     MStatus reset();
-    MStatus reset(const MObject& polyObject);
-    MStatus reset(const MDagPath& polyObject, const MObject& component = MObject::kNullObj);
+    MStatus reset(MObject& polyObject);
+    MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
     int count(MStatus* ReturnStatus = nullptr);
 
     int index(MStatus* ReturnStatus = nullptr);

@@ -30,7 +30,7 @@ public:
     bool operator==(const MObject& other) const;
     bool operator!=(const MObject& other) const;
 
-    static const MObject kNullObj;
+    static MObject kNullObj;
 
 private:
     friend class host::Access;

@@ -47,8 +47,8 @@ public:
     MPlug elementByLogicalIndex(unsigned int logicalIndex, MStatus* ReturnStatus = nullptr) const;
     MPlug elementByPhysicalIndex(unsigned int physicalIndex, MStatus* ReturnStatus = nullptr) const;
     unsigned int numElements(MStatus* ReturnStatus = nullptr) const;
-    unsigned int evaluateNumElements(MStatus* ReturnStatus = nullptr) const;
-    int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* ReturnStatus = nullptr);
+    unsigned int evaluateNumElements(MStatus* ReturnStatus = nullptr);
+    unsigned int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* ReturnStatus = nullptr);
     MPlug array(MStatus* ReturnStatus = nullptr) const;
     unsigned int numChildren(MStatus* ReturnStatus = nullptr) const;
     MPlug child(const MObject& attr, MStatus* ReturnStatus = nullptr) const;

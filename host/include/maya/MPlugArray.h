@@ -24,7 +24,7 @@ public:
     MStatus insert(const MPlug& element, unsigned int index);
     MStatus append(const MPlug& element);
     MStatus copy(const MPlugArray& source);
-    void clear();
+    MStatus clear();
     void setSizeIncrement(unsigned int newIncrement);
     unsigned int sizeIncrement() const;
 

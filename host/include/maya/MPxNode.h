@@ -4,9 +4,14 @@
 // members are the attributes every node has.
 
 #include <maya/MObject.h>
+#include <maya/MDGContext.h>
+#include <maya/MDataBlock.h>
+#include <maya/MDataHandle.h>
+#include <maya/MPlug.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MTypeId.h>
+#include <maya/MTypes.h>
 
 class MPlug;
 class MPlugArray;

@@ -6,9 +6,16 @@
 #include <cstdint>
 #include <sys/types.h>
 
+#include <maya/MApiNamespace.h>
+
 // Version numbers of the API this host implements, in the devkit's format.
 #define MAYA_API_VERSION 20250000
 #define MAYA_APP_VERSION 2025
+
+// The vendor string plug-in samples pass to MFnPlugin; a plug-in may #undef and redefine it.
+#ifndef PLUGIN_COMPANY
+#define PLUGIN_COMPANY "Autodesk"
+#endif
 
 // Plug-ins export initializePlugin/uninitializePlugin with this; the loader finds them by name.
 #ifndef PLUGIN_EXPORT

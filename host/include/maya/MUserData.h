@@ -10,7 +10,7 @@ public:
     explicit MUserData(bool deleteAfterUse);
     virtual ~MUserData();
 
-    bool deleteAfterUse() const;
+    bool deleteAfterUse();
     void setDeleteAfterUse(bool shouldDelete);
 
     static const char* className();

@@ -2,6 +2,7 @@
 // unloadPlugin.
 
 #include "command/builtinArgs.h"
+#include "dg/messages.h"
 
 #include "ui/selectionState.h"
 
@@ -88,7 +89,10 @@ MStatus constructionHistoryCommand(const CommandCall& call, CommandValue& result
     bool on = false;
     if (!a.value("toggle") || !parseBool(a.text("toggle"), on))
         return commandError(call, "-toggle needs true or false");
-    constructionHistoryOn() = on;
+    if (constructionHistoryOn() != on) {
+        constructionHistoryOn() = on;
+        sendEvent("constructionHistoryChanged");
+    }
     return MStatus::kSuccess;
 }
 

@@ -98,7 +98,7 @@ MStatus MFnDagNode::setObject(const MObject& object)
     return attach(object);
 }
 
-MObject MFnDagNode::create(const MString& type, const MString& name, const MObject& parent, MStatus* ReturnStatus)
+MObject MFnDagNode::create(const MString& type, const MString& name, MObject& parent, MStatus* ReturnStatus)
 {
     const host::NodeType* t = host::NodeTypeRegistry::instance().find(type.asChar());
     NodeBody* p = parent.isNull() ? nullptr : Access::node(parent);
@@ -118,17 +118,17 @@ MObject MFnDagNode::create(const MString& type, const MString& name, const MObje
     return result;
 }
 
-MObject MFnDagNode::create(const MString& type, const MObject& parent, MStatus* ReturnStatus)
+MObject MFnDagNode::create(const MString& type, MObject& parent, MStatus* ReturnStatus)
 {
     return create(type, MString(), parent, ReturnStatus);
 }
 
-MObject MFnDagNode::create(const MTypeId& typeId, const MObject& parent, MStatus* ReturnStatus)
+MObject MFnDagNode::create(const MTypeId& typeId, MObject& parent, MStatus* ReturnStatus)
 {
     return create(typeId, MString(), parent, ReturnStatus);
 }
 
-MObject MFnDagNode::create(const MTypeId& typeId, const MString& name, const MObject& parent, MStatus* ReturnStatus)
+MObject MFnDagNode::create(const MTypeId& typeId, const MString& name, MObject& parent, MStatus* ReturnStatus)
 {
     const host::NodeType* t = host::NodeTypeRegistry::instance().find(typeId);
     if (!t) {

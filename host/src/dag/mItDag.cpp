@@ -132,16 +132,19 @@ unsigned int MItDag::depth(MStatus* ReturnStatus) const
     return fPos < fItems.size() ? fItems[fPos].length() : 0u;
 }
 
-void MItDag::prune()
+MStatus MItDag::prune()
 {
-    if (fPos >= fItems.size() || fType != kDepthFirst)
-        return;
+    if (fPos >= fItems.size())
+        return MStatus::kFailure;
+    if (fType != kDepthFirst)
+        return MStatus::kSuccess;
     // Skip everything below the current item: in depth-first order it follows directly.
     unsigned int depth = fItems[fPos].length();
     std::size_t end = fPos + 1;
     while (end < fItems.size() && fItems[end].length() > depth)
         ++end;
     fItems.erase(fItems.begin() + fPos + 1, fItems.begin() + end);
+    return MStatus::kSuccess;
 }
 
 MItDag::TraversalType MItDag::getType(MStatus* ReturnStatus) const

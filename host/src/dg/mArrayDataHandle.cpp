@@ -158,7 +158,7 @@ MArrayDataBuilder MArrayDataHandle::builder(MStatus* ReturnStatus)
     return Access::builder(fNode, PlugKey{fAttr, fIndices});
 }
 
-MStatus MArrayDataHandle::set(const MArrayDataBuilder&)
+MStatus MArrayDataHandle::set(MArrayDataBuilder&)
 {
     refresh();
     return fNode ? MStatus::kSuccess : MStatus::kInvalidParameter;

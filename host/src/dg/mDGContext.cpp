@@ -7,6 +7,11 @@ MDGContext::MDGContext(const MDGContext& other) = default;
 MDGContext::~MDGContext() = default;
 MDGContext& MDGContext::operator=(const MDGContext& other) = default;
 
-bool MDGContext::isNormal() const { return fNormal; }
+bool MDGContext::isNormal(MStatus* ReturnStatus) const
+{
+    if (ReturnStatus)
+        *ReturnStatus = MStatus::kSuccess;
+    return fNormal;
+}
 bool MDGContext::isCurrent() const { return true; }
 const MDGContext& MDGContext::current() { return fsNormal; }

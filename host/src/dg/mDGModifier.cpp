@@ -296,7 +296,7 @@ MStatus MDGModifier::disconnect(const MPlug& source, const MPlug& dest)
     return MStatus::kSuccess;
 }
 
-MStatus MDGModifier::newPlugValue(const MPlug& plug, const MObject& plugValue)
+MStatus MDGModifier::newPlugValue(const MPlug& plug, MObject& plugValue)
 {
     if (plug.isNull())
         return MStatus::kInvalidParameter;

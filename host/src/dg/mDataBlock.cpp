@@ -156,4 +156,9 @@ bool MDataBlock::isClean(const MPlug& plug)
     return keyFor(fNode, plug, key) && host::isClean(fNode, key);
 }
 
-MDGContext MDataBlock::context() { return MDGContext(); }
+MDGContext MDataBlock::context(MStatus* ReturnStatus)
+{
+    if (ReturnStatus)
+        *ReturnStatus = MStatus::kSuccess;
+    return MDGContext();
+}

@@ -106,10 +106,11 @@ MStatus MFnEnumAttribute::getDefault(short& index) const
     return MStatus::kSuccess;
 }
 
-short MFnEnumAttribute::defaultValue(MStatus* ReturnStatus) const
+MString MFnEnumAttribute::defaultValue(MStatus* ReturnStatus) const
 {
-    short v = 0;
-    MStatus s = getDefault(v);
+    short index = 0;
+    MStatus s = getDefault(index);
+    MString field = s ? fieldName(index, &s) : MString();
     TQHOST_SET_STATUS(ReturnStatus, s);
-    return v;
+    return field;
 }

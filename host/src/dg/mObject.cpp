@@ -5,7 +5,7 @@
 
 #include <string>
 
-const MObject MObject::kNullObj;
+MObject MObject::kNullObj;
 
 MObject::MObject() = default;
 MObject::MObject(const MObject& other) = default;

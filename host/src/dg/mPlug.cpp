@@ -270,7 +270,7 @@ unsigned int MPlug::numElements(MStatus* ReturnStatus) const
     return s ? static_cast<unsigned int>(s->elements.size()) : 0u;
 }
 
-unsigned int MPlug::evaluateNumElements(MStatus* ReturnStatus) const
+unsigned int MPlug::evaluateNumElements(MStatus* ReturnStatus)
 {
     Resolved r = resolve(*this, ReturnStatus);
     if (r && r.key.isArrayPlug())
@@ -278,7 +278,7 @@ unsigned int MPlug::evaluateNumElements(MStatus* ReturnStatus) const
     return numElements(ReturnStatus);
 }
 
-int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* ReturnStatus)
+unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* ReturnStatus)
 {
     indices.clear();
     Resolved r = resolve(*this, ReturnStatus);
@@ -286,7 +286,7 @@ int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* ReturnS
     if (s)
         for (unsigned int i : s->elements)
             indices.append(static_cast<int>(i));
-    return static_cast<int>(indices.length());
+    return indices.length();
 }
 
 MPlug MPlug::array(MStatus* ReturnStatus) const

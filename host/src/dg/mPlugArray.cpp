@@ -26,6 +26,10 @@ MStatus MPlugArray::copy(const MPlugArray& source)
     return MStatus::kSuccess;
 }
 
-void MPlugArray::clear() { fItems.clear(); }
+MStatus MPlugArray::clear()
+{
+    fItems.clear();
+    return MStatus::kSuccess;
+}
 void MPlugArray::setSizeIncrement(unsigned int newIncrement) { fIncrement = newIncrement; }
 unsigned int MPlugArray::sizeIncrement() const { return fIncrement; }

@@ -70,11 +70,23 @@ bool stillRegistered(MCallbackId id)
     return false;
 }
 
+// Events the host sends.
 const char* kEventNames[] = {"Undo", "Redo", "ToolChanged", "PostToolChanged", "SelectionChanged",
-                             "ActiveViewChanged", "modelEditorChanged", "NewSceneOpened", "SceneOpened",
-                             "SceneSaved", "idle", "timeChanged", "playbackRangeChanged", "DagObjectCreated",
-                             "ChannelBoxLabelSelected", "DisplayRGBColorChanged", "linearUnitChanged",
-                             "angularUnitChanged", "quitApplication"};
+                             "ActiveViewChanged", "modelEditorChanged", "NewSceneOpened",
+                             "constructionHistoryChanged", "SelectModeChanged",
+                             // Deliberate: accepted so that plug-ins written for an interactive session
+                             // register without error, but never sent: the host has no time line,
+                             // no file saving, no units to change, no idle loop and no channel box.
+                             "SceneOpened", "SceneSaved", "DagObjectCreated", "NameChanged", "deleteAll", "idle", "idleHigh", "idleVeryLow", "timeChanged",
+                             "playbackRangeChanged", "playbackRangeSliderChanged", "ChannelBoxLabelSelected",
+                             "DisplayRGBColorChanged", "linearUnitChanged", "angularUnitChanged",
+                             "timeUnitChanged", "quitApplication", "SelectTypeChanged",
+                             "SelectPreferenceChanged", "DisplayPreferenceChanged", "ToolSettingsChanged",
+                             "ToolDirtyChanged", "RecentCommandChanged", "UndoSupressed", "PreFileNewOrOpened",
+                             "PostSceneRead", "workspaceChanged", "softSelectOptionsChanged",
+                             "symmetricModellingOptionsChanged", "snapModeChanged", "EditModeChanged",
+                             "ModelPanelSetFocus", "DragRelease", "gridDisplayChanged",
+                             "xformConstraintOptionsChanged", "renderLayerChange", "displayLayerChange"};
 
 } // namespace
 
@@ -98,6 +110,9 @@ void notifyAttributeChanged(NodeBody* node, MNodeMessage::AttributeMessage messa
         return;
     MPlug p = Access::plug(node, plug);
     MPlug other = otherNode && otherPlug ? Access::plug(otherNode, *otherPlug) : MPlug();
+    // Callbacks test this bit before they read the other plug, as the reference asks.
+    if (!other.isNull())
+        message = static_cast<MNodeMessage::AttributeMessage>(message | MNodeMessage::kOtherPlugSet);
     for (const Callback& cb : list) {
         if (!stillRegistered(cb.id))
             continue;

@@ -12,6 +12,7 @@
 #include <maya/MFnMessageAttribute.h>
 #include <maya/MFnNumericAttribute.h>
 #include <maya/MFnTypedAttribute.h>
+#include <maya/MPxConstraint.h>
 #include <maya/MPxLocatorNode.h>
 
 #include <cstdio>
@@ -24,6 +25,7 @@ const NodeType* gDagNode = nullptr;
 const NodeType* gShape = nullptr;
 const NodeType* gLocator = nullptr;
 const NodeType* gTransform = nullptr;
+const NodeType* gConstraint = nullptr;
 
 MPxNode* makePlainNode() { return new MPxNode(); }
 
@@ -151,6 +153,16 @@ MStatus initObjectSet()
     return MStatus::kSuccess;
 }
 
+MStatus initConstraint()
+{
+    MPxConstraint::enableRestPosition = numeric("enableRestPosition", "erp", MFnNumericData::kBoolean, 0, true,
+                                                true);
+    MPxConstraint::lockOutput = numeric("lockOutput", "lo", MFnNumericData::kBoolean, 0, true, true);
+    MPxNode::addAttribute(MPxConstraint::enableRestPosition);
+    MPxNode::addAttribute(MPxConstraint::lockOutput);
+    return MStatus::kSuccess;
+}
+
 const NodeType* builtin(const std::string& name, MFn::Type api, const NodeType* base,
                         std::function<MStatus()> init, bool dag, bool shape, bool transform)
 {
@@ -185,6 +197,7 @@ void ensureBuiltinTypes()
     gTransform = builtin("transform", MFn::kTransform, gDagNode, initTransform, true, false, true);
     gShape = builtin("shape", MFn::kShape, gDagNode, {}, true, true, false);
     gLocator = builtin("locator", MFn::kLocator, gShape, initLocator, true, true, false);
+    gConstraint = builtin("constraint", MFn::kConstraint, gTransform, initConstraint, true, false, true);
     builtin("objectSet", MFn::kSet, gDependNode, initObjectSet, false, false, false);
     builtin("world", MFn::kWorld, gDagNode, {}, true, false, false);
     registerMeshTypes(gShape, gDependNode);
@@ -197,8 +210,8 @@ const NodeType* baseTypeFor(MPxNode::Type kind)
     switch (kind) {
     case MPxNode::kLocatorNode: return gLocator;
     case MPxNode::kSurfaceShape: return gShape;
-    case MPxNode::kTransformNode:
-    case MPxNode::kConstraintNode: return gTransform;
+    case MPxNode::kTransformNode: return gTransform;
+    case MPxNode::kConstraintNode: return gConstraint;
     default: return gDependNode;
     }
 }

@@ -12,7 +12,7 @@ MUserData::MUserData(bool deleteAfterUse)
 
 MUserData::~MUserData() = default;
 
-bool MUserData::deleteAfterUse() const { return fDeleteAfterUse; }
+bool MUserData::deleteAfterUse() { return fDeleteAfterUse; }
 
 void MUserData::setDeleteAfterUse(bool shouldDelete) { fDeleteAfterUse = shouldDelete; }
 

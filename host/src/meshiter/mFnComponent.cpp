@@ -59,7 +59,7 @@ bool MFnComponent::isEmpty(MStatus* ReturnStatus) const
     return !body || (!body->complete && body->elements.empty());
 }
 
-bool MFnComponent::isEqual(const MObject& other, MStatus* ReturnStatus) const
+bool MFnComponent::isEqual(MObject& other, MStatus* ReturnStatus) const
 {
     auto body = bodyOf(fObject, ReturnStatus);
     if (!body)

@@ -49,7 +49,7 @@ MStatus MFnSingleIndexedComponent::addElement(int element)
     return MStatus::kSuccess;
 }
 
-MStatus MFnSingleIndexedComponent::addElements(const MIntArray& elements)
+MStatus MFnSingleIndexedComponent::addElements(MIntArray& elements)
 {
     MStatus s;
     auto body = bodyOf(fObject, &s);

@@ -14,14 +14,14 @@ MItGeometry::MItGeometry(const MDagPath& dagPath, MStatus* ReturnStatus)
 {
 }
 
-MItGeometry::MItGeometry(const MDagPath& dagPath, const MObject& component, MStatus* ReturnStatus)
+MItGeometry::MItGeometry(const MDagPath& dagPath, MObject& component, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kVertex))
 {
     MStatus s = dagPath.isValid() ? fIt->attach(MObject(), dagPath, component) : MStatus(MStatus::kInvalidParameter);
     TQHOST_SET_STATUS(ReturnStatus, s);
 }
 
-MItGeometry::MItGeometry(const MObject& dagObject, MStatus* ReturnStatus)
+MItGeometry::MItGeometry(MObject& dagObject, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kVertex))
 {
     MStatus s = fIt->attach(dagObject, MDagPath(), MObject());
@@ -42,7 +42,7 @@ MItGeometry::MItGeometry(MDataHandle& dataHandle, bool readOnly, MStatus* Return
     TQHOST_SET_STATUS(ReturnStatus, s);
 }
 
-MItGeometry::MItGeometry(MDataHandle& dataHandle, const MObject& component, bool readOnly, MStatus* ReturnStatus)
+MItGeometry::MItGeometry(MDataHandle& dataHandle, MObject& component, bool readOnly, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kVertex))
 {
     MStatus s = attachHandle(dataHandle, component, readOnly);

@@ -7,21 +7,21 @@ using host::MeshElement;
 using host::MeshGeometry;
 using host::MeshIteration;
 
-MItMeshEdge::MItMeshEdge(const MObject& polyObject, MStatus* ReturnStatus)
+MItMeshEdge::MItMeshEdge(MObject& polyObject, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kEdge))
 {
     MStatus s = reset(polyObject);
     TQHOST_SET_STATUS(ReturnStatus, s);
 }
 
-MItMeshEdge::MItMeshEdge(const MObject& polyObject, const MObject& component, MStatus* ReturnStatus)
+MItMeshEdge::MItMeshEdge(MObject& polyObject, MObject& component, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kEdge))
 {
     MStatus s = reset(polyObject, component);
     TQHOST_SET_STATUS(ReturnStatus, s);
 }
 
-MItMeshEdge::MItMeshEdge(const MDagPath& polyObject, const MObject& component, MStatus* ReturnStatus)
+MItMeshEdge::MItMeshEdge(const MDagPath& polyObject, MObject& component, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kEdge))
 {
     MStatus s = reset(polyObject, component);
@@ -42,12 +42,12 @@ MStatus MItMeshEdge::next() { return fIt->next(); }
 
 MStatus MItMeshEdge::reset() { return fIt->restart(); }
 
-MStatus MItMeshEdge::reset(const MObject& polyObject, const MObject& component)
+MStatus MItMeshEdge::reset(MObject& polyObject, MObject& component)
 {
     return fIt->attach(polyObject, MDagPath(), component);
 }
 
-MStatus MItMeshEdge::reset(const MDagPath& polyObject, const MObject& component)
+MStatus MItMeshEdge::reset(const MDagPath& polyObject, MObject& component)
 {
     if (!polyObject.isValid()) {
         fIt->detach();

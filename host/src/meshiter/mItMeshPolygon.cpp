@@ -99,7 +99,7 @@ MItMeshPolygon::MItMeshPolygon(const MObject& polyObject, MStatus* ReturnStatus)
     TQHOST_SET_STATUS(ReturnStatus, s);
 }
 
-MItMeshPolygon::MItMeshPolygon(const MDagPath& polyObject, const MObject& component, MStatus* ReturnStatus)
+MItMeshPolygon::MItMeshPolygon(const MDagPath& polyObject, MObject& component, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kPolygon))
 {
     MStatus s = reset(polyObject, component);
@@ -122,7 +122,7 @@ MStatus MItMeshPolygon::reset() { return fIt->restart(); }
 
 MStatus MItMeshPolygon::reset(const MObject& polyObject) { return fIt->attach(polyObject, MDagPath(), MObject()); }
 
-MStatus MItMeshPolygon::reset(const MDagPath& polyObject, const MObject& component)
+MStatus MItMeshPolygon::reset(const MDagPath& polyObject, MObject& component)
 {
     if (!polyObject.isValid()) {
         fIt->detach();

@@ -7,14 +7,14 @@ using host::MeshElement;
 using host::MeshGeometry;
 using host::MeshIteration;
 
-MItMeshVertex::MItMeshVertex(const MObject& polyObject, MStatus* ReturnStatus)
+MItMeshVertex::MItMeshVertex(MObject& polyObject, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kVertex))
 {
     MStatus s = reset(polyObject);
     TQHOST_SET_STATUS(ReturnStatus, s);
 }
 
-MItMeshVertex::MItMeshVertex(const MDagPath& polyObject, const MObject& component, MStatus* ReturnStatus)
+MItMeshVertex::MItMeshVertex(const MDagPath& polyObject, MObject& component, MStatus* ReturnStatus)
     : fIt(std::make_unique<MeshIteration>(MeshElement::kVertex))
 {
     MStatus s = reset(polyObject, component);
@@ -35,9 +35,9 @@ MStatus MItMeshVertex::next() { return fIt->next(); }
 
 MStatus MItMeshVertex::reset() { return fIt->restart(); }
 
-MStatus MItMeshVertex::reset(const MObject& polyObject) { return fIt->attach(polyObject, MDagPath(), MObject()); }
+MStatus MItMeshVertex::reset(MObject& polyObject) { return fIt->attach(polyObject, MDagPath(), MObject()); }
 
-MStatus MItMeshVertex::reset(const MDagPath& polyObject, const MObject& component)
+MStatus MItMeshVertex::reset(const MDagPath& polyObject, MObject& component)
 {
     if (!polyObject.isValid()) {
         fIt->detach();

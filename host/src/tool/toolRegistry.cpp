@@ -91,6 +91,7 @@ MStatus ToolRegistry::setToolTo(const std::string& name)
     MEvent event;
     guardedVoid(next->name + ".toolOnSetup", [&] { next->context->toolOnSetup(event); });
     sendEvent("ToolChanged");
+    sendEvent("PostToolChanged");
     return MStatus::kSuccess;
 }
 

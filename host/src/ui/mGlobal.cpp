@@ -1,6 +1,7 @@
 #include <maya/MGlobal.h>
 
 #include "dg/access.h"
+#include "dg/messages.h"
 #include "dg/scene.h"
 #include "command/commandAccess.h"
 #include "command/interpreter.h"
@@ -113,7 +114,7 @@ MStatus MGlobal::selectByName(const MString& name, ListAdjustment listAdjustment
     return applySelection(list, listAdjustment);
 }
 
-MStatus MGlobal::select(const MObject& object, ListAdjustment listAdjustment)
+MStatus MGlobal::select(MObject& object, ListAdjustment listAdjustment)
 {
     MSelectionList list;
     MStatus st = list.add(object);
@@ -132,10 +133,17 @@ MStatus MGlobal::select(const MSelectionList& list, ListAdjustment listAdjustmen
     return applySelection(list, listAdjustment);
 }
 
-MStatus MGlobal::unselect(const MObject& object)
+MStatus MGlobal::unselect(MObject& object)
 {
     MSelectionList list;
     MStatus st = list.add(object);
+    return st ? applySelection(list, kRemoveFromList) : st;
+}
+
+MStatus MGlobal::unselect(const MDagPath& object, const MObject& component)
+{
+    MSelectionList list;
+    MStatus st = list.add(object, component);
     return st ? applySelection(list, kRemoveFromList) : st;
 }
 
@@ -166,7 +174,10 @@ MGlobal::MSelectionMode MGlobal::selectionMode(MStatus* ReturnStatus)
 
 MStatus MGlobal::setSelectionMode(MSelectionMode mode)
 {
-    gSelectionMode = mode;
+    if (gSelectionMode != mode) {
+        gSelectionMode = mode;
+        host::sendEvent("SelectModeChanged");
+    }
     return MStatus::kSuccess;
 }
 

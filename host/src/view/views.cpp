@@ -78,6 +78,7 @@ bool makeViewActive(unsigned int id)
     if (list().active != id) {
         list().active = id;
         // Overlays drawn for one view must be drawn again for another.
+        sendEvent("ActiveViewChanged");
         sendEvent("modelEditorChanged");
     }
     return true;

@@ -289,7 +289,7 @@ TEST_F(DgAttributes, EnumFieldsAndDefault)
     MStatus status;
     fn.fieldName(3, &status);
     EXPECT_FALSE(status) << "field 3 was never added";
-    EXPECT_EQ(fn.defaultValue(), 1);
+    EXPECT_EQ(str(fn.defaultValue()), "on") << "the default's field name";
     short lo = -1, hi = -1;
     EXPECT_TRUE(fn.getMin(lo));
     EXPECT_TRUE(fn.getMax(hi));

@@ -3,6 +3,8 @@
 
 #include "dgTest.h"
 
+#include <host/commands.h>
+
 #include <maya/MCallbackIdArray.h>
 #include <maya/MEventMessage.h>
 #include <maya/MGlobal.h>
@@ -120,6 +122,35 @@ TEST_F(DgMessages, SelectionChangedFiresWhenTheSelectionChanges)
     MMessage::removeCallback(id);
 }
 
+TEST_F(DgMessages, SessionEventsFireWhenTheirStateChanges)
+{
+    EventCounter history, mode, saved;
+    MStatus status;
+    MCallbackId ids[3];
+    ids[0] = MEventMessage::addEventCallback("constructionHistoryChanged", countEvent, &history, &status);
+    ASSERT_TRUE(status);
+    ids[1] = MEventMessage::addEventCallback("SelectModeChanged", countEvent, &mode, &status);
+    ASSERT_TRUE(status);
+    // Accepted, as every plug-in written for a session expects, though the host never saves.
+    ids[2] = MEventMessage::addEventCallback("SceneSaved", countEvent, &saved, &status);
+    ASSERT_TRUE(status);
+
+    ASSERT_TRUE(host::runCommand("constructionHistory -tgl false").status);
+    ASSERT_TRUE(host::runCommand("constructionHistory -tgl false").status);
+    ASSERT_TRUE(host::runCommand("constructionHistory -tgl true").status);
+    EXPECT_EQ(history.calls, 2) << "only changes are events";
+
+    MGlobal::setSelectionMode(MGlobal::kSelectObjectMode);
+    const int before = mode.calls;
+    ASSERT_TRUE(MGlobal::setSelectionMode(MGlobal::kSelectComponentMode));
+    ASSERT_TRUE(MGlobal::setSelectionMode(MGlobal::kSelectComponentMode));
+    ASSERT_TRUE(MGlobal::setSelectionMode(MGlobal::kSelectObjectMode));
+    EXPECT_EQ(mode.calls - before, 2);
+    EXPECT_EQ(saved.calls, 0);
+    for (MCallbackId id : ids)
+        MMessage::removeCallback(id);
+}
+
 struct AttributeChange {
     int message;
     std::string plug;
@@ -150,8 +181,10 @@ TEST_F(DgMessages, AttributeChangedCallbackHearsSetsAndConnections)
     ASSERT_TRUE(host::setDouble("watched.input", 2.0));
     bool sawSet = false;
     for (const AttributeChange& c : changes)
-        if ((c.message & MNodeMessage::kAttributeSet) && c.plug == "watched.in")
+        if ((c.message & MNodeMessage::kAttributeSet) && c.plug == "watched.in") {
             sawSet = true;
+            EXPECT_FALSE(c.message & MNodeMessage::kOtherPlugSet) << "a set has no other plug";
+        }
     EXPECT_TRUE(sawSet) << "no kAttributeSet for watched.in among " << changes.size() << " messages";
 
     changes.clear();
@@ -163,8 +196,10 @@ TEST_F(DgMessages, AttributeChangedCallbackHearsSetsAndConnections)
     ASSERT_TRUE(host::connect("feeder.output", "watched.input"));
     bool sawConnection = false;
     for (const AttributeChange& c : changes)
-        if ((c.message & MNodeMessage::kConnectionMade) && c.plug == "watched.in" && c.otherPlug == "feeder.out")
+        if ((c.message & MNodeMessage::kConnectionMade) && c.plug == "watched.in" && c.otherPlug == "feeder.out") {
             sawConnection = true;
+            EXPECT_TRUE(c.message & MNodeMessage::kOtherPlugSet) << "callbacks test this bit before reading otherPlug";
+        }
     EXPECT_TRUE(sawConnection) << "no kConnectionMade from feeder.out to watched.in";
 
     ASSERT_TRUE(MMessage::removeCallback(id));

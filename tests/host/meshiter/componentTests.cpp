@@ -80,9 +80,12 @@ TEST_F(Components, EqualityIgnoresOrderAndRepeats)
 {
     MObject a = component(MFn::kMeshPolygonComponent, {2, 1, 2, 0});
     MFnSingleIndexedComponent fn(a);
-    EXPECT_TRUE(fn.isEqual(component(MFn::kMeshPolygonComponent, {0, 1, 2})));
-    EXPECT_FALSE(fn.isEqual(component(MFn::kMeshPolygonComponent, {0, 1, 2, 3})));
-    EXPECT_FALSE(fn.isEqual(component(MFn::kMeshVertComponent, {0, 1, 2}))); // another kind
+    MObject same = component(MFn::kMeshPolygonComponent, {0, 1, 2});
+    MObject more = component(MFn::kMeshPolygonComponent, {0, 1, 2, 3});
+    MObject vertices = component(MFn::kMeshVertComponent, {0, 1, 2});
+    EXPECT_TRUE(fn.isEqual(same));
+    EXPECT_FALSE(fn.isEqual(more));
+    EXPECT_FALSE(fn.isEqual(vertices)); // another kind
     MFnSingleIndexedComponent full;
     MObject complete = full.create(MFn::kMeshPolygonComponent);
     full.setCompleteData(3);

@@ -72,7 +72,8 @@ TEST_F(Edits, GeometryIteratorSetsAllPositionsInPlace)
     // Per point, and over a component.
     it.next();
     ASSERT_TRUE(it.setPosition(MPoint(7, 7, 7)));
-    MItGeometry some(path, component(MFn::kMeshVertComponent, {3, 0}));
+    MObject two = component(MFn::kMeshVertComponent, {3, 0});
+    MItGeometry some(path, two);
     ASSERT_TRUE(some.setAllPositions(MPointArray(2, MPoint(-2, -2, -2))));
 
     ASSERT_TRUE(host::setDouble("rigShape.pnts[0].pntz", 1.0)); // re-evaluate

@@ -68,12 +68,15 @@ TEST_F(Iteration, ComponentOrderIsKeptAndMissingElementsAreSkipped)
     ASSERT_TRUE(vit.reset());
     EXPECT_TRUE(near(vit.position(), MPoint(3, 1, 0)));
 
-    MItMeshEdge eit(path, component(MFn::kMeshEdgeComponent, {23, 24, 5, 1000}));
+    MObject edges = component(MFn::kMeshEdgeComponent, {23, 24, 5, 1000});
+    MItMeshEdge eit(path, edges);
     EXPECT_EQ(walk(eit), (std::vector<int>{23, 5}));
-    MItMeshPolygon pit(path, component(MFn::kMeshPolygonComponent, {9, 8, 4, 8}));
+    MObject faces = component(MFn::kMeshPolygonComponent, {9, 8, 4, 8});
+    MItMeshPolygon pit(path, faces);
     EXPECT_EQ(pit.count(), 3u);
     EXPECT_EQ(walk(pit), (std::vector<int>{8, 4, 8}));
-    MItMeshVertex none(path, component(MFn::kMeshVertComponent, {16, 40}));
+    MObject missing = component(MFn::kMeshVertComponent, {16, 40});
+    MItMeshVertex none(path, missing);
     EXPECT_TRUE(none.isDone());
 
     MPointArray points;
@@ -126,10 +129,12 @@ TEST_F(Iteration, BadInputFailsWithoutCrashing)
     EXPECT_FALSE(s);
     MItMeshPolygon invalidPath(MDagPath(), MObject::kNullObj, &s);
     EXPECT_FALSE(s);
-    MItGeometry geometry(MObject(host::createNode("transform", "empty")), &s);
+    MObject empty = host::createNode("transform", "empty");
+    MItGeometry geometry(empty, &s);
     EXPECT_FALSE(s);
     EXPECT_FALSE(geometry.setPosition(MPoint()));
-    MItMeshVertex wrongKind(path, component(MFn::kMeshEdgeComponent, {1}), &s);
+    MObject edge = component(MFn::kMeshEdgeComponent, {1});
+    MItMeshVertex wrongKind(path, edge, &s);
     EXPECT_FALSE(s);
     EXPECT_TRUE(wrongKind.isDone());
     MItMeshPolygon notComponent(path, rig, &s);
@@ -157,7 +162,8 @@ TEST_F(Iteration, BadInputFailsWithoutCrashing)
 TEST_F(Iteration, MeshChangingUnderTheIteratorEndsTheWalk)
 {
     makeRigGrid();
-    MItMeshPolygon it(path, component(MFn::kMeshPolygonComponent, {0, 8, 1}));
+    MObject faces = component(MFn::kMeshPolygonComponent, {0, 8, 1});
+    MItMeshPolygon it(path, faces);
     MFnMesh mesh(path);
     ASSERT_TRUE(mesh.deleteFace(8));
     ASSERT_TRUE(mesh.deleteFace(7));
