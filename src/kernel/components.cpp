@@ -27,8 +27,9 @@ MObject componentFromIndices(const MIntArray& indices, MFn::Type kind)
     MFnSingleIndexedComponent fn;
     MStatus status;
     MObject component = fn.create(kind, &status);
+    MIntArray elements(indices); // the host takes a modifiable array
     if (status)
-        status = fn.addElements(indices);
+        status = fn.addElements(elements);
     if (!status) {
         status.pAPIerror(kModule, __LINE__, "componentFromIndices");
         return MObject::kNullObj;
