@@ -125,9 +125,13 @@ TEST_F(PatchNode, SuspendedPassesItsInputAtTheStoredPositions)
     // The torus's positions do not fit the grid: the input goes through as it is.
     EXPECT_EQ(viewMesh("outShape"), input);
 
-    for (std::size_t i = 1; i < input.points.size(); i += 3)
-        input.points[i] += 1.0;
-    setPoints("patch.vertexarray", input.points);
+    MeshView moved = input;
+    for (std::size_t i = 1; i < moved.points.size(); i += 3)
+        moved.points[i] += 1.0;
+    setPoints("patch.vertexarray", moved.points);
+    EXPECT_EQ(viewMesh("outShape"), moved);
+    // The input itself was not moved: without positions it goes through as it came.
+    setPoints("patch.vertexarray", {});
     EXPECT_EQ(viewMesh("outShape"), input);
 }
 
