@@ -251,15 +251,16 @@ MStatus tqPatchNode::computeOutput(const MPlug& plug, MDataBlock& dataBlock) con
         logIfFailed(status, __LINE__);
         MDataHandle output = dataBlock.outputValue(outMesh, &status);
         logIfFailed(status, __LINE__);
+        logIfFailed(output.set(input.asMesh()), __LINE__);
         MPointArray positions;
         readArray<MFnPointArrayData>(dataBlock, vertexarray, positions, __LINE__);
         if (positions.length() > 0) {
-            // Writable, so that the positions land in this block's copy of the input.
-            MItGeometry vertices(input, false, &status);
+            // Moved on the output's share of the mesh: moving the input's would change this
+            // block's cached input, and a later pass would start from moved points.
+            MItGeometry vertices(output, false, &status);
             if (logIfFailed(status, __LINE__))
                 logIfFailed(vertices.setAllPositions(positions, MSpace::kObject), __LINE__);
         }
-        logIfFailed(output.set(input.asMesh()), __LINE__);
         // Deliberate: the output is not set clean here, so every read while the node is
         // suspended passes the input through again; the tool's direct edits of the shape
         // rely on nothing being kept from an earlier pass.

@@ -140,20 +140,21 @@ MStatus tqPatchNodeCmd::surgery(const MDagPath& meshPath, const MString& nodeNam
         MObject duplicateShape = duplicateFn.child(0, &status);
         logIfFailed(status, __LINE__);
         MFnDagNode shapeFn(duplicateShape);
-        logIfFailed(finishModifier.commandToExecute(MString("setAttr ") + shapeFn.fullPathName() + ".intermediateObject true"),
-                    __LINE__);
+        const MString makeIntermediate = MString("setAttr ") + shapeFn.fullPathName() + ".intermediateObject true";
+        logIfFailed(finishModifier.commandToExecute(makeIntermediate), __LINE__);
         upstream = shapeFn.findPlug("outMesh", true);
         logIfFailed(finishModifier.renameNode(duplicateShape, shapeFn.name() + "Orig"), __LINE__);
         logIfFailed(finishModifier.reparentNode(duplicateShape, meshPath.transform()), __LINE__);
-        logIfFailed(finishModifier.commandToExecute(MString("delete \"") + duplicateFn.fullPathName() + "\""), __LINE__);
+        const MString deleteCopy = MString("delete \"") + duplicateFn.fullPathName() + "\"";
+        logIfFailed(finishModifier.commandToExecute(deleteCopy), __LINE__);
     }
     if (!upstream.isNull())
         logIfFailed(finishModifier.connect(upstream, targetPlug), __LINE__);
     logIfFailed(finishModifier.connect(modifierOutMesh, meshInMesh), __LINE__);
     if (!hasHistory && !hasRecordHistory) {
         // With history off, a mesh that had none keeps none: the chain is baked at once.
-        logIfFailed(finishModifier.commandToExecute(MString("delete -constructionHistory ") + meshPath.fullPathName()),
-                    __LINE__);
+        const MString bake = MString("delete -constructionHistory ") + meshPath.fullPathName();
+        logIfFailed(finishModifier.commandToExecute(bake), __LINE__);
     }
     logIfFailed(finishModifier.doIt(), __LINE__);
 

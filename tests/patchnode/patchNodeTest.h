@@ -1,7 +1,7 @@
 #pragma once
 // Shared pieces of the patch node suites: the plug-in linked into the test program and
-// loaded once, a new scene per test with construction history on, generated meshes added as
-// transform and shape, and readers of what a user would see on a mesh and in its history.
+// loaded once, a new scene per test with construction history on, generated grids, and
+// readers of what a user sees of a mesh and of its history.
 
 #include <host/commands.h>
 #include <host/harness.h>
@@ -10,12 +10,10 @@
 #include <host/meshGenerators.h>
 
 #include <maya/MDagPath.h>
-#include <maya/MFnDagNode.h>
 #include <maya/MFloatArray.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MIntArray.h>
-#include <maya/MPlug.h>
 #include <maya/MPointArray.h>
 #include <maya/MSelectionList.h>
 
@@ -23,57 +21,57 @@
 
 #include <iostream>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace patchnodetest {
 
-// A mesh as a user compares two of them: positions (object space), faces, UVs, smoothing.
+template <class Array>
+auto toVector(const Array& a)
+{
+    return std::vector<std::decay_t<decltype(a[0])>>(a.begin(), a.end());
+}
+
+// A mesh as a user compares two: object-space points, faces, UVs and their assignment, and
+// each edge's smooth flag (1 smooth).
 struct MeshView {
-    std::vector<float> points;
-    std::vector<int> counts;
-    std::vector<int> connects;
+    std::vector<double> points;
+    std::vector<int> counts, connects, uvCounts, uvIds, smooth;
     std::vector<float> u, v;
-    std::vector<int> uvCounts, uvIds;
-    std::vector<bool> smooth;
 
     bool operator==(const MeshView& o) const
     {
-        return points == o.points && counts == o.counts && connects == o.connects && u == o.u && v == o.v &&
-               uvCounts == o.uvCounts && uvIds == o.uvIds && smooth == o.smooth;
+        return std::tie(points, counts, connects, uvCounts, uvIds, smooth, u, v) ==
+               std::tie(o.points, o.counts, o.connects, o.uvCounts, o.uvIds, o.smooth, o.u, o.v);
     }
 };
 
-inline std::vector<int> ints(const MIntArray& a) { return std::vector<int>(a.begin(), a.end()); }
-
-// Reads the evaluated mesh of a shape (or of the one shape under a transform).
-inline MeshView viewMesh(const std::string& name)
+inline MDagPath pathOf(const std::string& name)
 {
     MSelectionList list;
     MDagPath path;
-    MeshView view;
-    if (!list.add(name.c_str()) || !list.getDagPath(0, path)) {
-        ADD_FAILURE() << "no mesh " << name;
-        return view;
-    }
-    MFnMesh fn(path);
+    EXPECT_TRUE(list.add(name.c_str()) && list.getDagPath(0, path)) << name;
+    return path;
+}
+
+// The evaluated mesh of a shape, or of the one shape under a transform.
+inline MeshView viewMesh(const std::string& name)
+{
+    MFnMesh fn(pathOf(name));
     MPointArray points;
-    fn.getPoints(points);
-    for (const MPoint& p : points)
-        for (double c : {p.x, p.y, p.z})
-            view.points.push_back(float(c));
     MIntArray counts, connects, uvCounts, uvIds;
-    fn.getVertices(counts, connects);
-    view.counts = ints(counts);
-    view.connects = ints(connects);
     MFloatArray u, v;
+    fn.getPoints(points);
+    fn.getVertices(counts, connects);
     fn.getUVs(u, v);
-    view.u.assign(u.begin(), u.end());
-    view.v.assign(v.begin(), v.end());
     fn.getAssignedUVs(uvCounts, uvIds);
-    view.uvCounts = ints(uvCounts);
-    view.uvIds = ints(uvIds);
+    MeshView view{{}, toVector(counts), toVector(connects), toVector(uvCounts), toVector(uvIds), {}, toVector(u),
+                  toVector(v)};
+    for (const MPoint& p : points)
+        view.points.insert(view.points.end(), {p.x, p.y, p.z});
     for (int e = 0; e < fn.numEdges(); ++e)
-        view.smooth.push_back(fn.isEdgeSmooth(e));
+        view.smooth.push_back(fn.isEdgeSmooth(e) ? 1 : 0);
     return view;
 }
 
@@ -103,32 +101,13 @@ protected:
         host::runCommand("constructionHistory -tgl on", false);
     }
 
-    // A grid of n x n quads named `name` (transform) with the shape `name`Shape.
-    static std::string addGrid(const std::string& name, int n = 3)
+    // A grid of 3 x 3 quads: the transform `name`, and its shape, whose name is returned.
+    static std::string addGrid(const std::string& name)
     {
         MStatus status;
-        host::addMesh(host::gridPlane(2.0f, 2.0f, n, n), name, &status);
+        host::addMesh(host::gridPlane(2.0f, 2.0f, 3, 3), name, &status);
         EXPECT_TRUE(status) << host::logText();
-        return shapeOf(name);
-    }
-
-    static std::string shapeOf(const std::string& transform)
-    {
-        MFnDagNode fn(host::findNode(transform));
-        return host::nodeName(fn.child(0));
-    }
-
-    // The child shapes of a transform that are intermediate objects.
-    static std::vector<std::string> intermediateShapes(const std::string& transform)
-    {
-        std::vector<std::string> out;
-        MFnDagNode fn(host::findNode(transform));
-        for (unsigned int i = 0; i < fn.childCount(); ++i) {
-            MFnDagNode child(fn.child(i));
-            if (child.isIntermediateObject())
-                out.push_back(child.name().asChar());
-        }
-        return out;
+        return name + "Shape";
     }
 };
 
