@@ -8,8 +8,6 @@
 
 #include "patchTest.h"
 
-#include <host/widgets.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -133,24 +131,20 @@ TEST_F(BuildPatchFaces, TheLastPairOfRowsBecomesTheShadow)
 
 TEST_F(BuildPatchFaces, PinchMovesTheSecondLoopFromEachEnd)
 {
-    ASSERT_TRUE(tq::setPinch(0.25));
     const struct {
+        double pinch;
         int spans;
         std::vector<double> heights;
-    } cases[] = {{4, {0, 0.75, 2, 3.25, 4}}, {5, {0, 0.75, 2, 3, 4.25, 5}}, {3, {0, 1, 2, 3}}}; // 3 never pinched
+    } cases[] = {{0.25, 4, {0, 0.75, 2, 3.25, 4}}, {0.25, 5, {0, 0.75, 2, 3, 4.25, 5}},
+                 {0.25, 3, {0, 1, 2, 3}} /* never pinched */, {-0.2, 4, {0, 1.2, 2, 2.8, 4}}};
     for (const auto& c : cases) {
+        ASSERT_TRUE(tq::setPinch(c.pinch));
         MFnMesh fn;
-        build(fn, {straightRow({0, 0, 0}, {1, 0, 0}, 2), straightRow({0, double(c.spans), 0}, {1, 0, 0}, 2)}, 1, c.spans);
-        EXPECT_EQ(levels(fn, &MPoint::y), c.heights) << c.spans << " spans";
+        build(fn, {straightRow({0, 0, 0}, {1, 0, 0}, 2), straightRow({0, double(c.spans), 0}, {1, 0, 0}, 2)}, 1,
+              c.spans);
+        EXPECT_EQ(levels(fn, &MPoint::y), c.heights) << c.pinch << ", " << c.spans << " spans";
         EXPECT_EQ(fn.numVertices(), 2 * (c.spans + 1)) << "the quads on both sides of a pinched loop meet";
     }
-    // While the panel leaves the pinch unlocked, its slider decides, in hundredths.
-    host::WidgetPanel panel("tqSarnPanel");
-    panel.addCheckBox("lockedPinchChk", false);
-    panel.addSlider("pinchSlid", -95, 95, -20);
-    MFnMesh fn;
-    build(fn, {straightRow({0, 0, 0}, {1, 0, 0}, 2), straightRow({0, 4, 0}, {1, 0, 0}, 2)}, 1, 4);
-    EXPECT_EQ(levels(fn, &MPoint::y), (std::vector<double>{0, 1.2, 2, 2.8, 4}));
 }
 
 TEST_F(BuildPatchFaces, RowLengthsDecideTheQuadsAlongABand)

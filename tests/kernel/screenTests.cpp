@@ -63,7 +63,6 @@ TEST_F(Screen, PixelSamplingFollowsTheZoom)
 
     EXPECT_EQ(tq::sampleSegmentByPixels(a, atPixel(109, 100), 10).length(), 0u) << "below one step, not even a";
     EXPECT_EQ(tq::sampleSegmentByPixels(atPixel(-16000, 400), atPixel(24000, 400), 10).length(), 0u) << "wrapped";
-    EXPECT_EQ(tq::sampleSegmentByPixels(a, atPixel(900, 100), 0).length(), 0u) << "no step";
 
     ASSERT_TRUE(host::setViewCamera(view, host::makeOrthoCamera(MPoint(0, 0, 10), MPoint(0, 0, 0), 20.0)));
     EXPECT_EQ(tq::sampleSegmentByPixels(a, b, 10).length(), 4u) << "zoomed out: 47 pixels";
@@ -84,19 +83,14 @@ TEST_F(Screen, MultispitWalksThePerimeterAndClosesOnItsStart)
               "(105,100)(105,110)(105,120)(105,130)(105,140)(100,150)(100,140)(100,130)(100,120)(100,110)(100,100)");
 }
 
-TEST(SegmentSampling, ByCountAndByDensityLeaveTheEndOut)
+TEST(SegmentSampling, ByDensityLeavesTheEndOut)
 {
-    const MPointArray four = tq::sampleSegmentByCount(MPoint(1, 0, 2), MPoint(9, 4, 2), 4);
-    ASSERT_EQ(four.length(), 4u);
-    EXPECT_EQ(four[3], MPoint(7, 3, 2));
-
     const MPointArray line = tq::sampleSegmentByDensity(points({{0, 0, 0}, {0, 1.05, 0}}), 10);
     ASSERT_EQ(line.length(), 10u);
     EXPECT_NEAR(line[9].y, 0.945, 1e-12);
     EXPECT_EQ(tq::sampleSegmentByDensity(points({{0, 0, 0}, {0.09, 0, 0}}), 10).length(), 0u);
     // Anything but two distinct points comes back as it is.
     EXPECT_EQ(tq::sampleSegmentByDensity(points({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}), 10).length(), 3u);
-    EXPECT_EQ(tq::sampleSegmentByDensity(points({{3, 3, 3}, {3, 3, 3}}), 10).length(), 2u);
 }
 
 } // namespace

@@ -36,12 +36,6 @@ TEST_F(StackShadow, RowsBecomeIndexRowsAndOneClosedRowClosesThemAll)
     EXPECT_TRUE(tq::stackShadow());
     EXPECT_EQ(indexRows(), (Rows{{1, 2, 6, 5, 1}, {4, 5, 6, 4}, {42}}));
 
-    // Ends 0.0005 apart do not close a shadow row.
-    ASSERT_TRUE(tq::writeShadowStrokes(points({{1, 0, 0}, {2, 0, 0}, {1.0005, 0, 0}}),
-                                       points({{1, 1, 0}, {2, 1, 0}, {3, 1, 0}}), MPointArray()));
-    EXPECT_TRUE(tq::stackShadow());
-    EXPECT_EQ(indexRows()[1], (std::vector<int>{5, 6, 7}));
-
     // A third row is written, and closed with the others; the sizes are left alone.
     ASSERT_TRUE(tq::writePointArrayAttr(points({{1, 0, 0}, {2, 0, 0}, {1, 0, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0},
                                                 {2, 0, 0}, {3, 0, 0}, {3, 1, 0}}),

