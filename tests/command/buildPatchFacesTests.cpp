@@ -68,8 +68,9 @@ TEST_F(BuildPatchFaces, NewCornersAreNumberedInCreationOrder)
     // Column by column, across the band, corners a0, a1, then back on the far loop.
     EXPECT_EQ(faceVertices(fn, faces),
               (Faces{{0, 1, 2, 3}, {3, 2, 4, 5}, {1, 6, 7, 2}, {2, 7, 8, 4}, {6, 9, 10, 7}, {7, 10, 11, 8}}));
-    EXPECT_TRUE(samePoints(meshPoints(fn), pointArray({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {1, 2, 0}, {0, 2, 0},
-                                                       {2, 0, 0}, {2, 1, 0}, {2, 2, 0}, {3, 0, 0}, {3, 1, 0}, {3, 2, 0}})));
+    EXPECT_TRUE(samePoints(meshPoints(fn), pointArray({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {1, 2, 0},
+                                                       {0, 2, 0}, {2, 0, 0}, {2, 1, 0}, {2, 2, 0}, {3, 0, 0},
+                                                       {3, 1, 0}, {3, 2, 0}})));
 }
 
 TEST_F(BuildPatchFaces, BandsAndPatchesShareTheRowsTheyMeetOn)
