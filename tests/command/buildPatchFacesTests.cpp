@@ -14,10 +14,7 @@
 
 namespace {
 
-using patchtest::Faces;
-using patchtest::ints;
-using patchtest::row;
-using patchtest::straightRow;
+using namespace patchtest;
 using plugintest::pointArray;
 using plugintest::samePoints;
 using Ints = std::vector<int>;
@@ -25,7 +22,7 @@ using Ints = std::vector<int>;
 // Rows along X, one unit apart in Y: 4 points from x = 0 to 3 at height y.
 MPointArray rowAt(double y) { return straightRow({0, y, 0}, {1, 0, 0}, 4); }
 
-class BuildPatchFaces : public patchtest::PatchTest {
+class BuildPatchFaces : public PatchTest {
 protected:
     MIntArray build(MFnMesh& fn, const tq::RowList& rows, unsigned rowSpans, unsigned bandSpans,
                     bool tolerateUneven = false)

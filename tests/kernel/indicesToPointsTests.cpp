@@ -9,9 +9,7 @@
 
 namespace {
 
-using kerneltest::ints;
-using kerneltest::P3;
-using kerneltest::points;
+using namespace kerneltest;
 using Ints = std::vector<int>;
 
 class IndicesToPoints : public kerneltest::SceneTest {

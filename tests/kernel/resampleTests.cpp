@@ -10,8 +10,7 @@
 
 namespace {
 
-using kerneltest::points;
-using kerneltest::xs;
+using namespace kerneltest;
 using Xs = std::vector<double>;
 
 // Arc length from the start of `line` to the point on it nearest to `p`, by brute force.

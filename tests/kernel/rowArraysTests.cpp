@@ -7,10 +7,7 @@
 
 namespace {
 
-using kerneltest::intArray;
-using kerneltest::ints;
-using kerneltest::points;
-using kerneltest::xs;
+using namespace kerneltest;
 
 TEST(RowArrays, LoopsCloseOverTheLastSlot)
 {

@@ -11,7 +11,7 @@
 
 namespace {
 
-using kerneltest::points;
+using namespace kerneltest;
 
 std::string pixelsOf(const MPointArray& samples)
 {
@@ -23,7 +23,7 @@ std::string pixelsOf(const MPointArray& samples)
     return out;
 }
 
-using Screen = kerneltest::ViewTest;
+using Screen = ViewTest;
 
 TEST_F(Screen, ConversionsAndTheCameraEye)
 {

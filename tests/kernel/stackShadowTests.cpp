@@ -11,11 +11,9 @@
 
 namespace {
 
-using kerneltest::intArray;
-using kerneltest::points;
-using kerneltest::Rows;
+using namespace kerneltest;
 
-using StackShadow = kerneltest::StripTest;
+using StackShadow = StripTest;
 
 TEST_F(StackShadow, RowsBecomeIndexRowsAndOneClosedRowClosesThemAll)
 {

@@ -97,13 +97,15 @@ TEST_F(StrokeSets, DecoderWalksBySizesWhateverThePoints)
     }
 }
 
-TEST_F(StrokeSets, ShadowIsEitherTwoRowsOrTheThird)
+TEST_F(StrokeSets, ShadowIsEitherTwoRowsOrTheThirdAndStandsInForGuides)
 {
     const MPointArray row1 = line(4), row2 = line(3, 10.0), row3 = line(2, 20.0);
     MStatus status;
     ASSERT_TRUE(tq::writeShadowStrokes(row1, row2, MPointArray()));
-    const tq::RowList rows = tq::readShadowRows(status);
+    tq::RowList rows = tq::readShadowRows(status);
     EXPECT_TRUE(rows.size() == 2 && samePoints(rows[0], row1) && samePoints(rows[1], row2));
+    rows = tq::readGuideRows(status); // none kept yet: the shadow stands in
+    EXPECT_TRUE(rows.size() == 2 && samePoints(rows[1], row2));
     ASSERT_TRUE(tq::writeShadowStrokes(row1, MPointArray(), MPointArray()));
     EXPECT_EQ(intsOf("sizesShadow"), (Ints{4, 0})); // an empty second row still counts
     ASSERT_TRUE(tq::writeShadowStrokes(row1, row2, row3)); // the third replaces both
@@ -117,25 +119,17 @@ TEST_F(StrokeSets, ShadowIsEitherTwoRowsOrTheThird)
     ASSERT_TRUE(tq::writeShadowIndices(intArray({1, 2}), intArray({3, 4}), intArray({5})));
     EXPECT_FALSE(tq::boundaryEditMode());
 
-    // clearFuseData takes the sizes and leaves the points: no shadow, though points remain.
+    // Guide rows kept from the last patch take over from the shadow.
     ASSERT_TRUE(tq::writeShadowStrokes(row1, row2, MPointArray()));
+    ASSERT_TRUE(tq::writeNondestructRows({line(3), line(4, 10.0)}));
+    rows = tq::readGuideRows(status);
+    EXPECT_TRUE(rows.size() == 2 && samePoints(rows[1], line(4, 10.0)));
+
+    // clearFuseData takes the sizes and leaves the points: no shadow, though points remain.
     EXPECT_TRUE(tq::clearFuseData());
     EXPECT_FALSE(tq::hasShadow());
     EXPECT_EQ(pointsOf("strokesShadow").length(), 7u);
     EXPECT_FALSE(loggedError());
-}
-
-TEST_F(StrokeSets, GuideRowsFallBackToTheShadow)
-{
-    MStatus status;
-    ASSERT_TRUE(tq::writeShadowStrokes(line(2, 50.0), line(2, 60.0), MPointArray()));
-    tq::RowList rows = tq::readGuideRows(status); // none kept yet: the shadow
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_TRUE(samePoints(rows[0], line(2, 50.0)));
-    ASSERT_TRUE(tq::writeNondestructRows({line(3), line(4, 10.0)}));
-    rows = tq::readGuideRows(status);
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_TRUE(samePoints(rows[1], line(4, 10.0)));
 }
 
 TEST_F(StrokeSets, ClosureToleranceIsLooserForStrokesThanForRows)
