@@ -5,6 +5,8 @@
 
 #include "kernelTest.h"
 
+#include <tuple>
+
 namespace {
 
 using namespace kerneltest;
