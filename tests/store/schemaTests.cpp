@@ -1,10 +1,9 @@
-// The store node's schema as the host sees it, and what the node does when evaluated or
-// drawn.
+// The store node's schema as saved scenes and scripts see it, and what the node does when
+// evaluated or drawn.
 
 #include "storeTest.h"
 
 #include "store/storeAttributes.h"
-#include "store/storeLookup.h"
 #include "store/tqSarn.h"
 
 #include <host/viewport.h>
@@ -14,20 +13,19 @@
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnNumericAttribute.h>
 #include <maya/MFnTypedAttribute.h>
-#include <maya/MObjectArray.h>
 #include <maya/MPxDrawOverride.h>
 
+#include <algorithm>
 #include <map>
-#include <set>
 
 namespace {
 
 using namespace storetest;
 
-// Every attribute, in the order of creation: names, kind ('p' point array, 'i' int array,
-// 'v' vector array, 'I' int, 'D' double, '3' three doubles, 'g' generic) and the two flags
-// that vary. newFaces and interNormal are visible: flag calls meant for their neighbours'
-// set-up reached newFaces, and missed interNormal.
+// Every attribute, in the order saved scenes list them: names, kind ('p' point array, 'i' int
+// array, 'v' vector array, 'I' int, 'D' double, '3' three doubles, 'g' generic) and the two
+// flags that vary. newFaces and interNormal are visible: flag calls meant for their
+// neighbours' set-up reached newFaces, and missed interNormal.
 struct AttributeRow {
     const char* longName;
     const char* shortName;
@@ -36,40 +34,40 @@ struct AttributeRow {
     bool keyable;
 };
 const AttributeRow kSchema[] = {
-    {"strokes", "stk", 'p', true, true},           {"playervtx", "pvt", 'i', true, true},
-    {"freepoints", "frt", 'p', true, true},        {"freezeMedian", "frm", 'p', true, true},
-    {"sizes", "sz", 'i', true, false},             {"playersLine", "pla", 'p', true, true},
-    {"playerpts", "ppt", 'p', true, true},         {"pointsDebug", "pdb", 'p', true, true},
-    {"strokesShadow", "shtk", 'p', true, true},    {"sizesShadow", "shz", 'i', true, true},
-    {"strokesNondestruct", "stnd", 'p', true, true}, {"sizesNondestruct", "snd", 'i', true, true},
-    {"newFaces", "nf", 'i', false, false},         {"displayInfo", "di", 'I', false, false},
-    {"tweakRadius", "twr", 'i', true, false},      {"tqSarnMesh", "tm", 'g', false, true},
-    {"shadowIndices1", "shio", 'i', true, false},  {"shadowIndices2", "shis", 'i', true, false},
-    {"shadowIndices3", "shit", 'i', true, false},  {"fusept", "fpt", 'p', true, false},
-    {"magnetPt", "mgn", 'p', true, false},         {"sublines", "sbl", 'p', true, true},
-    {"fusemesh", "fmh", 'p', true, true},          {"fuseindices", "fid", 'i', true, false},
-    {"verticestweak", "tkv", 'p', true, false},    {"inputNormals", "ino", 'v', true, false},
-    {"displaySize", "dsz", 'D', false, false},     {"pinch", "pch", 'D', true, false},
-    {"mode", "mo", 'I', true, false},              {"symmetry", "sym", 'I', true, false},
-    {"radiusMoveInteractive", "rmi", 'D', false, false},
-    {"radiusRelaxInteractive", "rri", 'D', false, false},
-    {"intensityRelaxInteractive", "iri", 'D', false, false},
-    {"interPoint", "ip", '3', true, false},        {"interNormal", "in", '3', false, false},
+    {"pointsDebug", "pdb", 'p', true, true},         {"intensityRelaxInteractive", "iri", 'D', false, false},
+    {"radiusRelaxInteractive", "rri", 'D', false, false}, {"radiusMoveInteractive", "rmi", 'D', false, false},
+    {"interPoint", "ip", '3', true, false},          {"interNormal", "in", '3', false, false},
+    {"symmetry", "sym", 'I', true, false},           {"sublines", "sbl", 'p', true, true},
+    {"mode", "mo", 'I', true, false},                {"pinch", "pch", 'D', true, false},
+    {"sizes", "sz", 'i', true, false},               {"newFaces", "nf", 'i', false, false},
+    {"tweakRadius", "twr", 'i', true, false},        {"fusept", "fpt", 'p', true, false},
+    {"strokes", "stk", 'p', true, true},             {"playerpts", "ppt", 'p', true, true},
+    {"magnetPt", "mgn", 'p', true, false},           {"fusemesh", "fmh", 'p', true, true},
+    {"playervtx", "pvt", 'i', true, true},           {"tqSarnMesh", "tm", 'g', false, true},
+    {"verticestweak", "tkv", 'p', true, false},      {"shadowIndices1", "shio", 'i', true, false},
+    {"shadowIndices2", "shis", 'i', true, false},    {"shadowIndices3", "shit", 'i', true, false},
+    {"playersLine", "pla", 'p', true, true},         {"fuseindices", "fid", 'i', true, false},
+    {"displayInfo", "di", 'I', false, false},        {"inputNormals", "ino", 'v', true, false},
+    {"freezeMedian", "frm", 'p', true, true},        {"sizesShadow", "shz", 'i', true, true},
+    {"freepoints", "frt", 'p', true, true},          {"strokesShadow", "shtk", 'p', true, true},
+    {"displaySize", "dsz", 'D', false, false},       {"sizesNondestruct", "snd", 'i', true, true},
+    {"strokesNondestruct", "stnd", 'p', true, true},
 };
 
 class StoreSchema : public StoreTest {};
 
 TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
 {
-    MFnDependencyNode node(makeStore());
+    MObject store = makeStore();
+    MFnDependencyNode node(store);
     const std::map<char, MFnData::Type> typed = {
         {'p', MFnData::kPointArray}, {'i', MFnData::kIntArray}, {'v', MFnData::kVectorArray}};
     const std::map<char, MFnNumericData::Type> numeric = {
         {'I', MFnNumericData::kInt}, {'D', MFnNumericData::kDouble}, {'3', MFnNumericData::k3Double}};
-    std::set<std::string> ours;
+    std::vector<std::string> expectedOrder, order;
     for (const AttributeRow& row : kSchema) {
         SCOPED_TRACE(row.longName);
-        ours.insert(row.longName);
+        expectedOrder.push_back(row.longName);
         MObject attr = node.attribute(row.longName);
         ASSERT_FALSE(attr.isNull());
         MFnAttribute fn(attr);
@@ -84,87 +82,24 @@ TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
         else
             EXPECT_TRUE(fn.accepts(MFnData::kMesh));
     }
-    // interNormal's own flag calls went astray: it keeps what a fresh attribute has.
-    MFnNumericAttribute fresh;
-    MFnAttribute reference(fresh.create("plainTriple", "ptr", MFnNumericData::k3Double, 0.0));
-    MFnAttribute interNormal(node.attribute("interNormal"));
-    EXPECT_EQ(interNormal.isCached(), reference.isCached());
-    EXPECT_EQ(interNormal.isHidden(), reference.isHidden());
-
-    std::vector<std::string> order;
     for (unsigned int i = 0; i < node.attributeCount(); ++i) {
         const std::string name = MFnAttribute(node.attribute(i)).name().asChar();
-        if (ours.count(name))
+        if (std::find(expectedOrder.begin(), expectedOrder.end(), name) != expectedOrder.end())
             order.push_back(name);
     }
-    const std::vector<std::string> fileOrder = {
-        "pointsDebug", "intensityRelaxInteractive", "radiusRelaxInteractive", "radiusMoveInteractive",
-        "interPoint", "interNormal", "symmetry", "sublines", "mode", "pinch", "sizes", "newFaces",
-        "tweakRadius", "fusept", "strokes", "playerpts", "magnetPt", "fusemesh", "playervtx", "tqSarnMesh",
-        "verticestweak", "shadowIndices1", "shadowIndices2", "shadowIndices3", "playersLine", "fuseindices",
-        "displayInfo", "inputNormals", "freezeMedian", "sizesShadow", "freepoints", "strokesShadow",
-        "displaySize", "sizesNondestruct", "strokesNondestruct"};
-    EXPECT_EQ(order, fileOrder);
-}
+    EXPECT_EQ(order, expectedOrder);
 
-TEST_F(StoreSchema, DefaultsAndTheRadiusMinimum)
-{
-    MObject store = makeStore();
+    // Defaults: displayInfo on, typed attributes without data, and the radii at 0, below their
+    // own minimum of the float 0.1 widened.
     EXPECT_EQ(host::getInt("store.displayInfo"), 1);
-    EXPECT_TRUE(host::getData("store.strokes").isNull()); // typed attributes start with no data
-
-    // A new node's radii read 0, below their own minimum: the float 0.1 widened.
-    MFnDependencyNode node(store);
+    EXPECT_TRUE(host::getData("store.strokes").isNull());
     for (const char* name : {"radiusMoveInteractive", "radiusRelaxInteractive", "intensityRelaxInteractive"}) {
         double value = -1.0, minimum = 0.0;
         EXPECT_TRUE(tq::readDoubleAttr(name, value, store));
-        EXPECT_EQ(value, 0.0) << name;
         EXPECT_TRUE(MFnNumericAttribute(node.attribute(name)).getMin(minimum)) << name;
+        EXPECT_EQ(value, 0.0) << name;
         EXPECT_EQ(minimum, 0.10000000149011612) << name;
     }
-}
-
-TEST_F(StoreSchema, DirtyNetWithItsCyclesMarksAndComputesNothing)
-{
-    MObject store = makeStore();
-    MFnDependencyNode node(store);
-    const std::map<std::string, std::set<std::string>> net = {
-        {"strokes", {"sizes", "newFaces", "tqSarnMesh", "freepoints"}},
-        {"tqSarnMesh", {"sizes"}},
-        {"tweakRadius", {"tqSarnMesh"}},
-        {"displayInfo", {"strokes"}},
-        {"newFaces", {"sizesShadow", "strokesShadow"}},
-        {"playervtx", {"strokesShadow"}},
-        {"sizesShadow", {"newFaces"}},
-        {"strokesShadow", {"newFaces"}},
-        {"verticestweak", {"newFaces"}},
-    };
-    for (const AttributeRow& row : kSchema) {
-        MObjectArray affected;
-        ASSERT_TRUE(node.getAffectedAttributes(node.attribute(row.longName), affected));
-        std::set<std::string> names;
-        for (unsigned int i = 0; i < affected.length(); ++i)
-            names.insert(MFnAttribute(affected[i]).name().asChar());
-        auto it = net.find(row.longName);
-        EXPECT_EQ(names, it == net.end() ? std::set<std::string>() : it->second) << row.longName;
-    }
-
-    // Through the cycle newFaces <-> sizesShadow the stored sizes survive; displayInfo dirties
-    // strokes, whose compute keeps them as stored.
-    ASSERT_TRUE(tq::writeIntArrayAttr(ints({3, 0, 2}), "sizesShadow", store));
-    ASSERT_TRUE(tq::writeIntArrayAttr(ints({7, 8}), "newFaces", store));
-    ASSERT_TRUE(host::isDirty("store.sizesShadow"));
-    MIntArray sizes;
-    EXPECT_TRUE(tq::readIntArrayAttr("sizesShadow", sizes, store));
-    EXPECT_EQ(toVector(sizes), (std::vector<int>{3, 0, 2}));
-    const MPointArray stroke = points({{0, 0, 0}, {1, 0, 0}, {2, 1, 0}});
-    ASSERT_TRUE(tq::writePointArrayAttr(stroke, "strokes", store));
-    ASSERT_TRUE(host::setInt("store.displayInfo", 0));
-    ASSERT_TRUE(host::isDirty("store.strokes"));
-    MPointArray read;
-    EXPECT_TRUE(tq::readPointArrayAttr("strokes", read, store));
-    EXPECT_TRUE(samePoints(read, stroke));
-    EXPECT_FALSE(loggedError());
 }
 
 // Stands in for the store's draw override while the plug-in registers none: the test only
@@ -181,7 +116,7 @@ public:
 };
 
 struct ProbeRegistration {
-    bool registered = host::pluginRegistrations(kPluginName).drawOverrides.empty() &&
+    bool registered = host::pluginRegistrations(plugintest::kPluginName).drawOverrides.empty() &&
                       MHWRender::MDrawRegistry::registerDrawOverrideCreator(tqSarn::drawDbClassification, "probe",
                                                                             ProbeOverride::creator);
     ~ProbeRegistration()
@@ -191,7 +126,9 @@ struct ProbeRegistration {
     }
 };
 
-TEST_F(StoreSchema, OnlySizesAsksTheOverlayToRebuild)
+// The net only dirties: it redraws the overlay for sizes alone, and its cycles and the
+// strokes it dirties keep what was stored.
+TEST_F(StoreSchema, DirtyingRedrawsOnlyForSizesAndLosesNothing)
 {
     ProbeRegistration probe;
     MObject store = makeStore();
@@ -202,12 +139,27 @@ TEST_F(StoreSchema, OnlySizesAsksTheOverlayToRebuild)
     };
     EXPECT_TRUE(redrawn()); // the first frame always draws
     EXPECT_FALSE(redrawn());
-    EXPECT_TRUE(tq::writeDoubleAttr(0.4, "pinch", store));
-    EXPECT_TRUE(tq::writeIntArrayAttr(ints({1, 2}), "newFaces", store)); // dirties the shadow only
+    ASSERT_TRUE(tq::writeDoubleAttr(0.4, "pinch", store));
+    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({3, 0, 2}), "sizesShadow", store));
+    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({7, 8}), "newFaces", store)); // round the cycle
     EXPECT_FALSE(redrawn());
-    EXPECT_TRUE(tq::writeIntArrayAttr(ints({2}), "sizes", store));
+    EXPECT_TRUE(host::isDirty("store.sizesShadow"));
+    MIntArray sizes;
+    EXPECT_TRUE(tq::readIntArrayAttr("sizesShadow", sizes, store));
+    EXPECT_EQ(ints(sizes), (Ints{3, 0, 2}));
+
+    const MPointArray stroke = points({{0, 0, 0}, {1, 0, 0}, {2, 1, 0}});
+    ASSERT_TRUE(tq::writePointArrayAttr(stroke, "strokes", store));
+    EXPECT_TRUE(redrawn()) << "strokes dirty sizes";
+    ASSERT_TRUE(host::setInt("store.displayInfo", 0)); // dirties strokes, whose compute keeps them
+    ASSERT_TRUE(host::isDirty("store.strokes"));
+    MPointArray read;
+    EXPECT_TRUE(tq::readPointArrayAttr("strokes", read, store));
+    EXPECT_TRUE(samePoints(read, stroke));
+    EXPECT_TRUE(tq::writeIntArrayAttr(intArray({2}), "sizes", store));
     EXPECT_TRUE(redrawn());
     EXPECT_FALSE(redrawn());
+    EXPECT_FALSE(loggedError());
 }
 
 } // namespace

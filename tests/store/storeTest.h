@@ -1,6 +1,6 @@
 #pragma once
-// Pieces of the store suites on top of the shared plug-in fixture: meshes made from the
-// harness's mesh arrays, and builders from brace lists.
+// The store suites' fixture on top of the shared plug-in one: meshes made from the harness's
+// mesh arrays, and point arrays from brace lists.
 
 #include "../support/pluginTest.h"
 
@@ -13,18 +13,17 @@
 
 namespace storetest {
 
-using plugintest::ensurePluginLoaded;
-using plugintest::kPluginName;
-using plugintest::forgetOptionVars;
+using plugintest::intArray;
+using plugintest::ints;
 using plugintest::samePoints;
+using Ints = std::vector<int>;
 
 class StoreTest : public plugintest::PluginTest {
 protected:
-    // A mesh in the scene under a transform of that name; returns the shape's name.
+    // A mesh under a transform of that name; returns the shape's name.
     static std::string addMeshShape(const host::MeshArrays& mesh, const std::string& name)
     {
-        MFnDagNode transform(host::addMesh(mesh, name));
-        return host::nodeName(transform.child(0));
+        return host::nodeName(MFnDagNode(host::addMesh(mesh, name)).child(0));
     }
 
     // A mesh connected to the store as its source; returns the shape's name.
@@ -43,15 +42,5 @@ inline MPointArray points(std::initializer_list<MPoint> list)
         out.append(p);
     return out;
 }
-
-inline MIntArray ints(std::initializer_list<int> list)
-{
-    MIntArray out;
-    for (int v : list)
-        out.append(v);
-    return out;
-}
-
-inline std::vector<int> toVector(const MIntArray& a) { return plugintest::ints(a); }
 
 } // namespace storetest
