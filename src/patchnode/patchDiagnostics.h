@@ -4,34 +4,27 @@
 // (compute, doIt, undoIt, redoIt) runs its body inside guardEntryPoint, so that nothing
 // thrown below it crosses into the host.
 
+#include "kernel/entryBarrier.h"
+#include "store/logModules.h"
+
 #include <maya/MStatus.h>
 
-#include <exception>
+#include <utility>
 
 namespace tq {
 
 // The module name of every log line this subsystem writes.
-constexpr const char* kPatchModule = "tqPatchNode";
+constexpr const char* kPatchModule = logModule::kPatchNode;
 
 // Logs `status` with the module name and `line` when it failed; returns it unchanged.
 MStatus logIfFailed(const MStatus& status, int line);
 
-// Writes the error line for an exception that reached `entryPoint` ("tqPatchCmd::doIt").
-void reportEscapedException(const char* entryPoint, const char* what) noexcept;
-
-// Runs `body` (returning MStatus); an exception becomes an error line naming `entryPoint`
-// and MS::kFailure.
+// Runs `body` (returning MStatus) inside the plug-in's entry barrier: an exception becomes
+// an error line naming this module and `entryPoint` ("tqPatchCmd::doIt"), and MS::kFailure.
 template <class Body>
 MStatus guardEntryPoint(const char* entryPoint, Body&& body) noexcept
 {
-    try {
-        return body();
-    } catch (const std::exception& e) {
-        reportEscapedException(entryPoint, e.what());
-    } catch (...) {
-        reportEscapedException(entryPoint, "unknown exception");
-    }
-    return MS::kFailure;
+    return guardEntryPoint(kPatchModule, entryPoint, std::forward<Body>(body));
 }
 
 } // namespace tq
