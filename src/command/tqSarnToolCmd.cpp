@@ -302,28 +302,27 @@ MStatus tqSarnToolCmd::setCommandText(const MString& text)
     return MStatus::kSuccess;
 }
 
-MStatus tqSarnToolCmd::setRedrawPatchPositions(const MPointArray& before, const MPointArray& after)
+MStatus tqSarnToolCmd::setPositions(Mode mode, const MPointArray& before, const MPointArray& after)
 {
-    fMode = kRedrawPatch;
+    fMode = mode;
     beforePositions = before;
     afterPositions = after;
     return MStatus::kSuccess;
+}
+
+MStatus tqSarnToolCmd::setRedrawPatchPositions(const MPointArray& before, const MPointArray& after)
+{
+    return setPositions(kRedrawPatch, before, after);
 }
 
 MStatus tqSarnToolCmd::setRedrawBoundaryPositions(const MPointArray& before, const MPointArray& after)
 {
-    fMode = kRedrawBoundary;
-    beforePositions = before;
-    afterPositions = after;
-    return MStatus::kSuccess;
+    return setPositions(kRedrawBoundary, before, after);
 }
 
 MStatus tqSarnToolCmd::setRedrawScratchPositions(const MPointArray& before, const MPointArray& after)
 {
-    fMode = kRedrawScratch;
-    beforePositions = before;
-    afterPositions = after;
-    return MStatus::kSuccess;
+    return setPositions(kRedrawScratch, before, after);
 }
 
 MStatus tqSarnToolCmd::setBeforeFeed(const PatchFeed& feed)
@@ -342,10 +341,7 @@ MStatus tqSarnToolCmd::setAfterFeed(const PatchFeed& feed)
 
 MStatus tqSarnToolCmd::setTweakPositions(const MPointArray& before, const MPointArray& after)
 {
-    fMode = kTweak;
-    beforePositions = before;
-    afterPositions = after;
-    return MStatus::kSuccess;
+    return setPositions(kTweak, before, after);
 }
 
 MStatus tqSarnToolCmd::setSpanIndices(const MIntArray& beforePlayerVertices, const MIntArray& beforeShadow1,
@@ -361,9 +357,7 @@ MStatus tqSarnToolCmd::setSpanIndices(const MIntArray& beforePlayerVertices, con
 MStatus tqSarnToolCmd::setBrushRelaxData(const MPointArray& before, const MPointArray& after,
                                          const MIntArray& playerVertices, const MIntArray& shadowIndices)
 {
-    fMode = kBrushRelax;
-    beforePositions = before;
-    afterPositions = after;
+    setPositions(kBrushRelax, before, after);
     redoState.playerVertices = playerVertices;
     redoState.shadowIndices1 = shadowIndices;
     redoState.shadowIndices2 = shadowIndices;

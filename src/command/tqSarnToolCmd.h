@@ -163,6 +163,7 @@ private:
     MString commandText;           // stored by mode 10 and run by nothing
     unsigned int lastVSpans = 0;   // noted by a change of spans, read by nothing
 
+    MStatus setPositions(Mode mode, const MPointArray& before, const MPointArray& after);
     MStatus runRedo(const MDagPath& mesh);
     MStatus runUndo(const MDagPath& mesh);
     MStatus attachAndFeed(const MDagPath& mesh);

@@ -34,6 +34,18 @@ MPointArray positionsOfExisting(const MIntArray& row, const MPointArray& positio
     return out;
 }
 
+// Every vertex of the mesh in world space; a failure is logged for `caller`.
+MStatus worldPositions(const MDagPath& meshPath, MPointArray& positions, const char* caller)
+{
+    MStatus status;
+    MItGeometry it(meshPath, &status);
+    if (status)
+        status = it.allPositions(positions, MSpace::kWorld);
+    if (!status)
+        status.pAPIerror(kModule, __LINE__, caller);
+    return status;
+}
+
 } // namespace
 
 MStatus stackSlices(MPointArray& points, MIntArray& indices)
@@ -186,13 +198,8 @@ MStatus repositionShadowFromMesh(const MDagPath& meshPath)
     if (!status)
         return status;
     MPointArray positions;
-    MItGeometry it(meshPath, &status);
-    if (status)
-        status = it.allPositions(positions, MSpace::kWorld);
-    if (!status) {
-        status.pAPIerror(kModule, __LINE__, "repositionShadowFromMesh");
+    if (!(status = worldPositions(meshPath, positions, "repositionShadowFromMesh")))
         return status;
-    }
     return writeShadowStrokes(positionsOfExisting(row1, positions), positionsOfExisting(row2, positions),
                               positionsOfExisting(row3, positions));
 }
@@ -230,14 +237,9 @@ MStatus lastShadowRow(MIntArray& sizes, MPointArray& points)
 MStatus refreshPlayerLine(const MDagPath& meshPath)
 {
     MPointArray positions;
-    MStatus status;
-    MItGeometry it(meshPath, &status);
-    if (status)
-        status = it.allPositions(positions, MSpace::kWorld);
-    if (!status) {
-        status.pAPIerror(kModule, __LINE__, "refreshPlayerLine");
+    MStatus status = worldPositions(meshPath, positions, "refreshPlayerLine");
+    if (!status)
         return status;
-    }
     const MIntArray players = readPlayerVertices(status);
     if (players.length() == 0)
         return MStatus::kSuccess;
