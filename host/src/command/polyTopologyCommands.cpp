@@ -34,6 +34,7 @@
 #include <maya/MStringArray.h>
 
 #include <cmath>
+#include <limits>
 #include <memory>
 
 namespace host {
@@ -50,7 +51,9 @@ bool readFlagValue(const TopologyFlag& flag, const std::string& text, double& va
     }
     if (!parseNumber(text, value) || !std::isfinite(value))
         return false;
-    return flag.kind == TopologyFlag::Kind::kDouble || value == std::floor(value);
+    if (flag.kind == TopologyFlag::Kind::kDouble)
+        return true;
+    return value == std::floor(value) && std::fabs(value) <= double(std::numeric_limits<int>::max());
 }
 
 const char* kindName(MFn::Type kind) { return kind == MFn::kMeshVertComponent ? "vertex" : "edge"; }

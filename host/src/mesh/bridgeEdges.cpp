@@ -101,8 +101,8 @@ bool bridgeEdges(const MeshGeometry& mesh, const std::vector<int>& edges, int di
             *why = text;
         return false;
     };
-    if (divisions < 0)
-        return fail("the number of divisions cannot be negative");
+    if (divisions < 0 || divisions > 10000)
+        return fail("the number of divisions must lie between 0 and 10000");
     if (edges.empty())
         return fail("no edges to bridge");
     const MeshAdjacency& adj = mesh.adjacency();

@@ -23,7 +23,7 @@ namespace host {
 // by strip in walk order, each strip from the first chain to the other. False, with `why`
 // and `out` untouched, on an edge that does not exist or is not a border, a repeated edge,
 // not exactly two chains, chains of unequal length, pairs that do not follow each other
-// along both chains, or a negative division count.
+// along both chains, or a division count outside 0 to 10000.
 bool bridgeEdges(const MeshGeometry& mesh, const std::vector<int>& edges, int divisions, MeshGeometry& out,
                  std::string* why);
 

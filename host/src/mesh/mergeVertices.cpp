@@ -39,13 +39,15 @@ void groupClose(const MeshGeometry& mesh, const std::vector<int>& ids, double di
     struct Hash {
         std::size_t operator()(const Key& k) const
         {
-            return std::size_t(k.x * 73856093) ^ std::size_t(k.y * 19349663) ^ std::size_t(k.z * 83492791);
+            return std::size_t(std::uint64_t(k.x) * 73856093u) ^ std::size_t(std::uint64_t(k.y) * 19349663u) ^
+                   std::size_t(std::uint64_t(k.z) * 83492791u);
         }
     };
+    // Cells past +-1e18 share one index per side, which only costs comparisons.
+    auto cellOf = [&](float c) { return std::int64_t(std::clamp(std::floor(double(c) / cell), -1e18, 1e18)); };
     auto keyOf = [&](int i) {
         const MFloatPoint p = mesh.point(ids[std::size_t(i)]);
-        return Key{std::int64_t(std::floor(p.x / cell)), std::int64_t(std::floor(p.y / cell)),
-                   std::int64_t(std::floor(p.z / cell))};
+        return Key{cellOf(p.x), cellOf(p.y), cellOf(p.z)};
     };
     // Everything within reach of everything: one group, with no pairwise work.
     MFloatPoint lo = mesh.point(ids[0]), hi = lo;

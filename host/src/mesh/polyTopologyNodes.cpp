@@ -20,6 +20,7 @@
 #include <maya/MStringArray.h>
 
 #include <cstdlib>
+#include <limits>
 #include <memory>
 
 namespace host {
@@ -228,7 +229,8 @@ bool componentElements(const TopologyOperation& op, const std::vector<std::strin
         long last = first;
         if (colon != std::string::npos)
             last = std::strtol(inside.c_str() + colon + 1, &end, 10);
-        if (end == inside.c_str() || *end != '\0' || first < 0 || last < first || last - first > 1000000)
+        if (end == inside.c_str() || *end != '\0' || first < 0 || last < first || last - first > 1000000 ||
+            last > std::numeric_limits<int>::max())
             return false;
         for (long e = first; e <= last; ++e)
             elements.push_back(int(e));

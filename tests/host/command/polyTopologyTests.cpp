@@ -304,6 +304,8 @@ TEST_F(PolyTopologyTest, BadOperandsFailAndChangeNothing)
         {"polyBridgeEdge -divisions 1 " + pair + ".e[1] " + pair + ".e[2]", "one connected set"},
         {"polyMergeVertex -d 9999 -am 1 " + pair + ".vtx[0] " + pair + ".vtx[2]", "use vertex 0 twice"},
         {"polyMergeVertex -d -1 " + pair + ".vtx[0] " + pair + ".vtx[2]", "0 or more"},
+        {"polyBridgeEdge -divisions 20000 " + pair + ".e[1] " + pair + ".e[7]", "between 0 and 10000"},
+        {"polySplitRing -splitType 1e12 " + pair + ".e[1]", "-splitType does not take"},
     };
     for (const Case& c : cases) {
         const std::string log = failing(c.text);
