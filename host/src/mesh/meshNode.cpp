@@ -5,6 +5,7 @@
 #include "dg/evaluation.h"
 #include "dg/nodeTypes.h"
 #include "mesh/meshData.h"
+#include "mesh/polyTopologyNodes.h"
 
 #include <maya/MDataBlock.h>
 #include <maya/MDataHandle.h>
@@ -221,6 +222,7 @@ void registerMeshTypes(const NodeType* shapeBase, const NodeType* dependBase)
                                     true, false);
     registerBuiltinType("polyTweak", MFn::kPolyTweak, dependBase, initPolyTweak, [] { return new PolyTweakNode(); },
                         false, false, false);
+    registerTopologyNodeTypes(dependBase);
     registerShapeBounds("mesh", [](NodeBody* shape, MBoundingBox& box) {
         const MeshGeometry* g = shapeGeometry(shape);
         if (!g || g->numVertices() == 0)
