@@ -272,8 +272,14 @@ MStatus setAttrCommand(const CommandCall& call, CommandValue&)
         return commandError(call, "The attribute '" + operands.front() + "' is not writable.", MStatus::kFailure);
     Value before = readValue(node, key);
     st = applyValues(call, plug, key.attr, a.text("type"), values);
-    if (!st)
+    if (!st) {
+        // A compound's children are set one by one: a later one failing takes back the first.
+        const Value now = readValue(node, key);
+        if (now.kind == Value::Kind::kNumeric && before.kind == now.kind &&
+            !std::equal(std::begin(now.num), std::end(now.num), std::begin(before.num)))
+            writeValue(node, key, before);
         return st;
+    }
     Value after = readValue(node, key);
     NodePtr keep = Scene::current().shared(node);
     recordUndo([keep, key, before] { writeValue(keep.get(), key, before); },
