@@ -383,7 +383,8 @@ MStatus lsCommand(const CommandCall& call, CommandValue& result)
         if (!patterns.empty()) {
             bool any = false;
             for (const std::string& p : patterns)
-                any = any || wildcardMatch(p, n->name) || wildcardMatch(p, nodePathName(n));
+                // A pattern with '|' names paths, any other names: "?" is no path separator.
+                any = any || wildcardMatch(p, p.find('|') == std::string::npos ? n->name : nodePathName(n));
             if (!any)
                 continue;
         }

@@ -10,6 +10,8 @@
 
 #include <maya/MFnDagNode.h>
 
+#include <random>
+#include <set>
 #include <string>
 
 using Items = std::vector<std::string>;
@@ -110,6 +112,42 @@ TEST_F(RobustnessTest, WildcardsMatchTheSameInLsAndSelectWithoutBacktracking)
     EXPECT_TRUE(run("ls " + stars).items.empty());
     failing("select " + stars);
     EXPECT_EQ(run("ls -tr " + repeat("*a", 60)).items, Items{repeat("a", 60)});
+}
+
+// The plain definition, exponential in the worst case but fine on short names.
+bool naiveMatch(const char* pattern, const char* name)
+{
+    if (*pattern == '\0')
+        return *name == '\0';
+    if (*pattern == '*')
+        return naiveMatch(pattern + 1, name) || (*name && naiveMatch(pattern, name + 1));
+    return *name && (*pattern == '?' || *pattern == *name) && naiveMatch(pattern + 1, name + 1);
+}
+
+TEST_F(RobustnessTest, WildcardsAgreeWithThePlainDefinition)
+{
+    std::mt19937 random(19);
+    auto text = [&](const char* alphabet, int alphabetSize, int maxLength) {
+        std::string out(1 + random() % unsigned(maxLength), 'a');
+        for (char& c : out)
+            c = alphabet[random() % unsigned(alphabetSize)];
+        return out;
+    };
+    std::set<std::string> names;
+    while (names.size() < 40)
+        names.insert(text("ab", 2, 8));
+    for (const std::string& name : names)
+        run("createNode transform -ss -n " + name);
+    for (int i = 0; i < 300; ++i) {
+        const std::string pattern = text("ab*?", 4, 10);
+        Items expected;
+        for (const std::string& name : run("ls -tr").items)
+            if (naiveMatch(pattern.c_str(), name.c_str()))
+                expected.push_back(name);
+        host::CommandOutput listed = host::runCommand("ls -tr " + pattern);
+        ASSERT_TRUE(listed.status) << pattern;
+        EXPECT_EQ(listed.items, expected) << pattern;
+    }
 }
 
 TEST_F(RobustnessTest, ComponentIndicesAreCheckedAgainstTheMeshBeforeAnythingIsMade)
