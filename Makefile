@@ -118,7 +118,8 @@ fuzz: sanitize-build
 	@mkdir -p "$(OUT_DIR)/fuzz"; \
 	fuzzer="$(ASAN_DIR)/tests/host/fuzz/hostFuzz"; \
 	echo "Fuzzing the host for $(FUZZ_SECONDS) s (seed $(FUZZ_SEED), target $(FUZZ_TARGET))"; \
-	if $(SANITIZER_ENV) "$$fuzzer" --target $(FUZZ_TARGET) --seconds $(FUZZ_SECONDS) --seed $(FUZZ_SEED) \
+	if $(SANITIZER_ENV) LSAN_OPTIONS=suppressions=$(CURDIR)/tests/host/fuzz/assimpLeaks.supp \
+	        "$$fuzzer" --target $(FUZZ_TARGET) --seconds $(FUZZ_SECONDS) --seed $(FUZZ_SEED) \
 	        --out "$(OUT_DIR)/fuzz"; then \
 	    echo "make fuzz: no findings"; \
 	else \

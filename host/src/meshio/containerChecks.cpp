@@ -467,6 +467,10 @@ bool checkTextFbx(std::string_view data, std::string* why)
     int depth = 0;
     for (std::size_t i = 0; i < data.size(); ++i) {
         const char c = data[i];
+        // Assimp's text reader takes a NUL for the end of the file and leaks what it had
+        // read when it then gives up.
+        if (c == '\0')
+            return fail(why, "byte " + std::to_string(i) + " is a NUL, which text FBX cannot hold");
         if (c == '"') {
             const std::size_t close = data.find('"', i + 1);
             i = close == std::string_view::npos ? data.size() : close;
@@ -478,7 +482,8 @@ bool checkTextFbx(std::string_view data, std::string* why)
                 return fail(why, "its scopes nest deeper than " + std::to_string(kMaxContainerNesting) +
                                      " levels (at byte " + std::to_string(i) + ")");
         } else if (c == '}') {
-            --depth;
+            if (--depth < 0)
+                return fail(why, "the '}' at byte " + std::to_string(i) + " closes no scope");
         } else if (c == '*') {
             // "*N": the count of the array that follows; the reader reserves it up front.
             u64 count = 0;
@@ -495,6 +500,9 @@ bool checkTextFbx(std::string_view data, std::string* why)
             i = k - 1;
         }
     }
+    // Assimp's text reader leaks what it had read when a scope is left open.
+    if (depth != 0)
+        return fail(why, std::to_string(depth) + " scope(s) are not closed at the end of the file");
     return true;
 }
 

@@ -10,7 +10,8 @@
 //          file next to it), buffer views inside their buffers, accessors inside their views;
 //   fbx    binary: every record's end offset inside its parent, property lists inside their
 //          records, array lengths against their stored (or deflated) bytes, nesting depth;
-//          text: nesting depth and every "*N" array count against the file's size;
+//          text: nesting depth, scopes closed, no NUL bytes, and every "*N" array count
+//          against the file's size;
 //   stl    binary: the triangle count against the file's size.
 //
 // Other formats pass unchecked. False means the file must not be read; *why then names the

@@ -1,7 +1,9 @@
 // The fuzz campaign as a program: `hostFuzz [--target all|commands|sequences|meshfiles]
-// [--seconds S] [--seed N] [--max-inputs N] [--out DIR]` runs each target for its share of
-// the seconds and prints its inputs (sequences), steps and findings; `hostFuzz --replay FILE...`
-// runs saved inputs. The exit status is 1 when anything was found.
+// [--seconds S] [--seed N] [--max-inputs N] [--first N] [--keep-inputs] [--out DIR]` runs
+// each target for its share of the seconds and prints its inputs (sequences), steps and
+// findings; an input is remade from the seed and its number (--first N --max-inputs 1
+// --keep-inputs saves input N). `hostFuzz --replay FILE...` runs saved inputs. The exit
+// status is 1 when anything was found.
 
 #include "fuzzTargets.h"
 
@@ -15,6 +17,8 @@ int main(int argc, char** argv)
     std::string which = "all", out = "fuzz-findings";
     double seconds = 60.0;
     std::uint64_t seed = 1, maxInputs = ~std::uint64_t(0);
+    std::uint64_t first = 0;
+    bool keep = false;
     std::vector<std::string> replay;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -33,6 +37,10 @@ int main(int argc, char** argv)
             seed = std::stoull(next());
         else if (arg == "--max-inputs")
             maxInputs = std::stoull(next());
+        else if (arg == "--first")
+            first = std::stoull(next());
+        else if (arg == "--keep-inputs")
+            keep = true;
         else if (arg == "--out")
             out = next();
         else if (arg == "--replay")
@@ -64,6 +72,8 @@ int main(int argc, char** argv)
     fuzz::Budget budget;
     budget.seconds = seconds / double(targets.size());
     budget.maxInputs = maxInputs;
+    budget.first = first;
+    budget.keepInputs = keep;
     for (const std::string& name : targets) {
         auto target = fuzz::makeTarget(name, out);
         if (!target) {

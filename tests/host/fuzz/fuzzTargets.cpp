@@ -590,7 +590,7 @@ Stats runCampaign(Target& target, std::uint64_t seed, const Budget& budget, cons
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - since).count();
     };
     fs::path pending;
-    for (std::uint64_t n = 0; n < budget.maxInputs && elapsed(start) < budget.seconds; ++n) {
+    for (std::uint64_t n = budget.first; n - budget.first < budget.maxInputs && elapsed(start) < budget.seconds; ++n) {
         // Every input has its own stream, so one is remade from the seed and its number.
         std::mt19937_64 random(seed * 0x9e3779b97f4a7c15ull + n);
         const Input input = target.generate(random);
@@ -609,11 +609,12 @@ Stats runCampaign(Target& target, std::uint64_t seed, const Budget& budget, cons
         if (problem.empty() && took > budget.slowSeconds)
             problem = "the input took " + std::to_string(took) + " s";
         ++stats.inputs;
+        const fs::path saved = out / (std::string(target.name()) + "-" + std::to_string(seed) + "-" +
+                                      std::to_string(n) + "." + input.extension);
+        if (budget.keepInputs || !problem.empty())
+            writeBytes(saved, input.data);
         if (!problem.empty()) {
             ++stats.findings;
-            const fs::path saved = out / (std::string(target.name()) + "-" + std::to_string(seed) + "-" +
-                                          std::to_string(n) + "." + input.extension);
-            writeBytes(saved, input.data);
             report << target.name() << ": finding " << stats.findings << " (input " << n << "): " << problem
                    << "\n  reproducer: " << saved.string() << "\n";
         }

@@ -52,6 +52,8 @@ struct Budget {
     std::uint64_t maxInputs = ~std::uint64_t(0);
     double slowSeconds = 5.0;  // an input slower than this is a finding
     double hangSeconds = 60.0; // past this the campaign stops the process, input saved
+    std::uint64_t first = 0;   // the number of the first input (inputs are remade by number)
+    bool keepInputs = false;   // save every input, not only the findings
 };
 
 struct Stats {
