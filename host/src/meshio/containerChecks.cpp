@@ -464,13 +464,14 @@ bool checkBinaryFbx(std::string_view data, std::string* why)
 
 bool checkTextFbx(std::string_view data, std::string* why)
 {
+    // Assimp's text reader takes a NUL for the end of the file and leaks what it had read
+    // when it then gives up.
+    const std::size_t nul = data.find('\0');
+    if (nul != std::string_view::npos)
+        return fail(why, "byte " + std::to_string(nul) + " is a NUL, which text FBX cannot hold");
     int depth = 0;
     for (std::size_t i = 0; i < data.size(); ++i) {
         const char c = data[i];
-        // Assimp's text reader takes a NUL for the end of the file and leaks what it had
-        // read when it then gives up.
-        if (c == '\0')
-            return fail(why, "byte " + std::to_string(i) + " is a NUL, which text FBX cannot hold");
         if (c == '"') {
             const std::size_t close = data.find('"', i + 1);
             i = close == std::string_view::npos ? data.size() : close;

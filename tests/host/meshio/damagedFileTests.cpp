@@ -121,6 +121,12 @@ TEST_F(DamagedFiles, FbxArrayCountsRecordsAndNesting)
     text.replace(star, digits - star, "*99999999999999");
     expectRefused(writeText("count.fbx", text), "array count at byte");
     expectRefused(writeText("deep.fbx", "; FBX 7.4.0 project file\n" + std::string(10000, '{')), "nest deeper than 64");
+    // Cut short, or with a NUL inside: the reader would give up part-way (and leak).
+    const std::string good = goodFile("good.fbx");
+    expectRefused(writeText("cut.fbx", good.substr(0, good.size() / 2)), "scope(s) are not closed");
+    std::string nul = good;
+    nul[nul.size() / 2] = '\0';
+    expectRefused(writeText("nul.fbx", nul), "is a NUL");
 
     // Binary: a record holding one deflated array of doubles.
     auto binary = [&](const std::string& name, std::uint32_t endOffset, std::uint32_t length, std::uint32_t stored) {
