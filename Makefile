@@ -7,10 +7,12 @@
 #   make sanitize   build into build-asan/ with AddressSanitizer + UBSan (Debug), run every test
 #   make demo       build, then run build/apps/tqsarn-demo, writing into out/
 #   make bench      build, then run the programs in build/bench/, writing JSON into out/bench/
+#   make fuzz       build build-asan/, then fuzz the host for FUZZ_SECONDS, findings into out/fuzz/
 #   make clean      remove build/, build-asan/ and out/
 #
 # Variables: CMAKE_ARGS (extra configure arguments, applied last), JOBS, CTEST_JOBS,
-# TEST_TIMEOUT (seconds per test unless a test sets its own), DEMO_ARGS, BENCH_ARGS.
+# TEST_TIMEOUT (seconds per test unless a test sets its own), DEMO_ARGS, BENCH_ARGS,
+# FUZZ_SECONDS (the whole campaign, shared by its targets), FUZZ_SEED, FUZZ_TARGET.
 # With CI=true in the environment, warnings are errors (-DTQSARN_WERROR=ON).
 
 SHELL := /bin/bash
@@ -26,6 +28,9 @@ TEST_TIMEOUT ?= 1500
 CMAKE_ARGS   ?=
 DEMO_ARGS    ?=
 BENCH_ARGS   ?=
+FUZZ_SECONDS ?= 900
+FUZZ_SEED    ?= $(shell date +%s)
+FUZZ_TARGET  ?= all
 
 ifneq ($(filter true TRUE True 1 yes,$(CI)),)
 WERROR := ON
@@ -54,10 +59,10 @@ define configure
 	cmake -S . -B "$(1)" "$${generator[@]}" $(BASE_CMAKE_ARGS) $(2) $(CMAKE_ARGS)
 endef
 
-.PHONY: setup configure build test sanitize-configure sanitize-build sanitize demo bench clean help
+.PHONY: setup configure build test sanitize-configure sanitize-build sanitize demo bench fuzz clean help
 
 help:
-	@sed -n '1,14p' $(firstword $(MAKEFILE_LIST)) | sed 's/^# \{0,1\}//'
+	@sed -n '1,16p' $(firstword $(MAKEFILE_LIST)) | sed 's/^# \{0,1\}//'
 
 setup:
 	@bash scripts/setup
@@ -106,6 +111,22 @@ bench: build
 	done; \
 	echo; \
 	echo "Benchmark results (JSON) are in $(CURDIR)/$(OUT_DIR)/bench/"
+
+# The campaign runs under the sanitizers; an input that crashes or hangs the process stays
+# in out/fuzz/ as pending-<target>.<ext>, one that misbehaves as <target>-<seed>-<n>.<ext>.
+# Either replays with: build-asan/tests/host/fuzz/hostFuzz --replay FILE
+fuzz: sanitize-build
+	@mkdir -p "$(OUT_DIR)/fuzz"; \
+	fuzzer="$(ASAN_DIR)/tests/host/fuzz/hostFuzz"; \
+	echo "Fuzzing the host for $(FUZZ_SECONDS) s (seed $(FUZZ_SEED), target $(FUZZ_TARGET))"; \
+	if $(SANITIZER_ENV) LSAN_OPTIONS=suppressions=$(CURDIR)/tests/host/fuzz/assimpLeaks.supp \
+	        "$$fuzzer" --target $(FUZZ_TARGET) --seconds $(FUZZ_SECONDS) --seed $(FUZZ_SEED) \
+	        --out "$(OUT_DIR)/fuzz"; then \
+	    echo "make fuzz: no findings"; \
+	else \
+	    rc=$$?; echo "make fuzz: findings (exit $$rc); inputs kept in $(CURDIR)/$(OUT_DIR)/fuzz/:"; \
+	    find "$(OUT_DIR)/fuzz" -maxdepth 1 -type f -printf '  %P\n' | sort; exit 1; \
+	fi
 
 clean:
 	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(OUT_DIR)

@@ -29,6 +29,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <set>
 
 namespace host {
@@ -86,7 +87,7 @@ MStatus setNumeric(MPlug& plug, const AttributeBody* a, double v)
     if (a->numericType == MFnNumericData::kBoolean)
         return plug.setBool(v != 0.0);
     if (integerType(a))
-        return v < INT_MIN || v > INT_MAX ? MStatus(MStatus::kInvalidParameter) : plug.setInt(static_cast<int>(v));
+        return !(v >= INT_MIN && v <= INT_MAX) ? MStatus(MStatus::kInvalidParameter) : plug.setInt(static_cast<int>(v));
     return plug.setDouble(v);
 }
 
@@ -99,10 +100,17 @@ MObject arrayData(const CommandCall& call, const std::string& type, const std::v
         st = commandError(call, "-type " + type + " needs the element count first");
         return MObject();
     }
-    std::size_t width = type == "pointArray" ? 4 : (type == "vectorArray" ? 3 : 1);
-    if (values.size() != 1 + std::size_t(count) * width) {
+    const std::size_t width = type == "pointArray" ? 4 : (type == "vectorArray" ? 3 : 1);
+    // The count is compared by division, so that no count can wrap the product to a size
+    // that happens to fit.
+    const std::size_t given = values.size() - 1;
+    if (static_cast<unsigned long long>(count) > given / width || given % width != 0 ||
+        given / width != static_cast<unsigned long long>(count)) {
+        const bool representable = static_cast<unsigned long long>(count) <= ULLONG_MAX / width;
         st = commandError(call, "-type " + type + " " + std::to_string(count) + " needs " +
-                                    std::to_string(count * static_cast<long long>(width)) + " value(s)");
+                                    (representable ? std::to_string(static_cast<unsigned long long>(count) * width)
+                                                   : "more than " + std::to_string(ULLONG_MAX)) +
+                                    " value(s), got " + std::to_string(given));
         return MObject();
     }
     std::vector<double> numbers;
@@ -122,8 +130,14 @@ MObject arrayData(const CommandCall& call, const std::string& type, const std::v
     }
     if (type == "Int32Array") {
         MIntArray ints;
-        for (double d : numbers)
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            const double d = numbers[i];
+            if (!(d >= INT_MIN && d <= INT_MAX) || d != std::floor(d)) {
+                st = commandError(call, "-type Int32Array: '" + values[i + 1] + "' is not a 32-bit integer");
+                return MObject();
+            }
             ints.append(static_cast<int>(d));
+        }
         MFnIntArrayData fn;
         return fn.create(ints);
     }
@@ -211,8 +225,12 @@ MStatus applyValues(const CommandCall& call, MPlug& plug, const AttributeBody* a
     std::vector<double> numbers;
     for (std::size_t i = 0; i < values.size(); ++i) {
         double d = 0.0;
-        if (!numericText(Access::plugKey(targets[i]).attr, values[i], d))
+        const AttributeBody* target = Access::plugKey(targets[i]).attr;
+        if (!numericText(target, values[i], d))
             return commandError(call, "'" + values[i] + "' is not a value for '" +
+                                          std::string(targets[i].name().asChar()) + "'");
+        if (integerType(target) && target->numericType != MFnNumericData::kBoolean && !(d >= INT_MIN && d <= INT_MAX))
+            return commandError(call, "'" + values[i] + "' is outside the range of '" +
                                           std::string(targets[i].name().asChar()) + "'");
         numbers.push_back(d);
     }
@@ -254,8 +272,14 @@ MStatus setAttrCommand(const CommandCall& call, CommandValue&)
         return commandError(call, "The attribute '" + operands.front() + "' is not writable.", MStatus::kFailure);
     Value before = readValue(node, key);
     st = applyValues(call, plug, key.attr, a.text("type"), values);
-    if (!st)
+    if (!st) {
+        // A compound's children are set one by one: a later one failing takes back the first.
+        const Value now = readValue(node, key);
+        if (now.kind == Value::Kind::kNumeric && before.kind == now.kind &&
+            !std::equal(std::begin(now.num), std::end(now.num), std::begin(before.num)))
+            writeValue(node, key, before);
         return st;
+    }
     Value after = readValue(node, key);
     NodePtr keep = Scene::current().shared(node);
     recordUndo([keep, key, before] { writeValue(keep.get(), key, before); },
@@ -480,9 +504,12 @@ MStatus connectAttrCommand(const CommandCall& call, CommandValue& result)
     if (a.has("nextAvailable") && dst.isArray()) {
         MIntArray used;
         dst.getExistingArrayAttributeIndices(used);
-        int next = 0;
+        long long next = 0;
         for (unsigned i = 0; i < used.length(); ++i)
-            next = std::max(next, used[i] + 1);
+            next = std::max(next, static_cast<long long>(static_cast<unsigned>(used[i])) + 1);
+        if (next > INT_MAX)
+            return commandError(call, "-nextAvailable: '" + a.operands()[1].text +
+                                          "' has no free index after " + std::to_string(next - 1));
         dst = dst.elementByLogicalIndex(unsigned(next));
     }
     PlugRef s = Access::plugRef(src), d = Access::plugRef(dst);
@@ -496,6 +523,9 @@ MStatus connectAttrCommand(const CommandCall& call, CommandValue& result)
         result = CommandValue::ofString(text);
         return MStatus::kSuccess;
     }
+    // Disconnecting keeps the last value that came through; undo gives back the value the
+    // destination had before, so that undoing the connection leaves nothing of it.
+    const Value before = hadSource || !d.node ? Value() : readValue(d.node, d.key);
     std::string error;
     st = connectPlugs(s, d, a.has("force"), &error);
     if (!st)
@@ -504,10 +534,12 @@ MStatus connectAttrCommand(const CommandCall& call, CommandValue& result)
     NodePtr keepS = Scene::current().shared(s.node), keepD = Scene::current().shared(d.node);
     NodePtr keepOld = hadSource ? Scene::current().shared(oldSource.node) : nullptr;
     recordUndo(
-        [s, d, hadSource, oldSource, keepS, keepD, keepOld] {
+        [s, d, hadSource, oldSource, keepS, keepD, keepOld, before] {
             disconnectPlugs(s, d, nullptr);
             if (hadSource && oldSource.node->isAlive)
                 connectPlugs(oldSource, d, true, nullptr);
+            else if (!hadSource)
+                writeValue(d.node, d.key, before);
         },
         [s, d, keepS, keepD] { connectPlugs(s, d, true, nullptr); });
     result = CommandValue::ofString(text);

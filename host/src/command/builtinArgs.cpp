@@ -34,7 +34,10 @@ bool BuiltinArgs::parse(const CommandCall& call, const std::vector<FlagRule>& fl
         }
         Use use{flag, {}};
         if (flag->argumentCount == kOptionalArgument) {
-            if (i + 1 < call.args.size() && !call.args[i + 1].isFlag())
+            // Only a boolean is the flag's: "listHistory -f shape" names the object.
+            bool ignored = false;
+            if (i + 1 < call.args.size() && !call.args[i + 1].isFlag() && !call.args[i + 1].isArray() &&
+                parseBool(call.args[i + 1].text, ignored))
                 use.values.push_back(call.args[++i]);
         } else {
             for (int k = 0; k < flag->argumentCount; ++k) {

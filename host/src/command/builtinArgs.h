@@ -18,7 +18,8 @@ struct FlagRule {
     const char* shortName;
     const char* longName;
     // The arguments that follow the flag; kOptionalArgument takes one when the next
-    // argument is a value rather than a flag (boolean flags: "-tgl" or "-tgl false").
+    // argument reads as a boolean (boolean flags: "-tgl" or "-tgl false"); any other word
+    // after it is an operand.
     int argumentCount;
 };
 constexpr int kOptionalArgument = -1;

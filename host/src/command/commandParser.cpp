@@ -17,6 +17,19 @@ bool endsWord(char c)
     return isBlank(c) || c == ';' || c == '{' || c == '}' || c == '"' || c == '`' || c == '(' || c == ')';
 }
 
+// Counts one level of nesting while it lives; the parser and the evaluator both recurse
+// once per level, so the bound keeps hostile text from overflowing the stack.
+class DepthGuard {
+public:
+    explicit DepthGuard(int& depth) : fDepth(depth) { ++fDepth; }
+    ~DepthGuard() { --fDepth; }
+    DepthGuard(const DepthGuard&) = delete;
+    DepthGuard& operator=(const DepthGuard&) = delete;
+
+private:
+    int& fDepth;
+};
+
 class Parser {
 public:
     explicit Parser(const std::string& text) : fText(text) {}
@@ -49,6 +62,17 @@ private:
     const std::string& fText;
     std::size_t fPos = 0;
     std::string fError;
+    int fDepth = 0;
+
+    // False, with the error, once blocks, if branches, parentheses and '!' nest deeper than
+    // the language allows.
+    bool tooDeep()
+    {
+        if (fDepth <= kMaxScriptNesting)
+            return false;
+        fail("the text nests deeper than " + std::to_string(kMaxScriptNesting) + " levels");
+        return true;
+    }
 
     bool failed() const { return !fError.empty(); }
     bool atEnd() const { return fPos >= fText.size(); }
@@ -100,6 +124,9 @@ private:
     bool statement(ScriptStatement& out, bool inBlock, bool& made)
     {
         made = false;
+        DepthGuard level(fDepth);
+        if (tooDeep())
+            return false;
         skipBlanks();
         std::size_t start = fPos;
         char c = peek();
@@ -382,6 +409,9 @@ private:
 
     std::unique_ptr<ScriptExpr> unary()
     {
+        DepthGuard level(fDepth);
+        if (tooDeep())
+            return nullptr;
         skipBlanks();
         if (peek() == '!' && peek(1) != '=') {
             ++fPos;

@@ -14,6 +14,10 @@
 
 namespace host {
 
+// How deeply blocks, if statements, parenthesised conditions and '!' may nest in one text;
+// deeper text does not parse.
+constexpr int kMaxScriptNesting = 256;
+
 struct ScriptArg {
     enum class Kind { kWord, kString, kNumber, kFlag, kSubstitution };
     Kind kind = Kind::kWord;

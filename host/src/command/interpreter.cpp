@@ -179,11 +179,34 @@ MStatus evaluateExpr(const ScriptExpr& e, CommandValue& out)
     return st;
 }
 
+// A built-in command applies wholly or not at all: what it changed before it failed (or
+// threw) is taken back, so a bad later argument never leaves the earlier ones done with
+// nothing to undo them.
+MStatus runBuiltin(const BuiltinCommand& command, const CommandCall& call, CommandValue& result)
+{
+    auto own = std::make_unique<UndoRecording>();
+    MStatus st;
+    try {
+        RecordingScope scope(own.get());
+        st = command(call, result);
+    } catch (...) {
+        own->undo();
+        throw;
+    }
+    if (!st) {
+        own->undo();
+        return st;
+    }
+    if (!own->empty())
+        recordUndoStep(std::move(own));
+    return st;
+}
+
 MStatus dispatch(const CommandCall& call, CommandValue& result)
 {
     auto builtin = builtins().find(call.name);
     if (builtin != builtins().end())
-        return builtin->second(call, result);
+        return runBuiltin(builtin->second, call, result);
     auto& commands = PluginRegistry::instance().commands;
     auto registered = commands.find(call.name);
     if (registered != commands.end()) {
@@ -272,6 +295,14 @@ CommandRun interpret(const std::string& text, bool undoEnabled, bool displayEnab
     CommandRun run;
     if (displayEnabled)
         writeJournal(trimmed(text));
+    // A command that runs command text that runs it again would otherwise recurse until
+    // the stack runs out.
+    if (calls().size() >= kMaxCallNesting) {
+        writeLog(LogLevel::kError, "Command text nests more than " + std::to_string(kMaxCallNesting) +
+                                       " calls deep; not run: " + trimmed(text));
+        run.status = MStatus::kFailure;
+        return run;
+    }
     ParsedScript parsed = parseScript(text);
     if (!parsed.error.empty()) {
         writeLog(LogLevel::kError, "Syntax error, " + parsed.error + ", in: " + trimmed(text));
@@ -306,6 +337,14 @@ CommandRun interpret(const std::string& text, bool undoEnabled, bool displayEnab
             UndoQueue::instance().push(trimmed(text), std::make_unique<SharedStep>(recording));
     }
     return run;
+}
+
+bool callHasPendingChanges()
+{
+    for (const CallFrame& frame : calls())
+        if (frame.undoEnabled && frame.recording && !frame.recording->empty())
+            return true;
+    return false;
 }
 
 void releasePluginObjects(const std::string& pluginName)

@@ -44,9 +44,19 @@ struct CommandRun {
     std::shared_ptr<UndoRecording> changes; // null when the call changed nothing undoable
 };
 
+// How many calls of command text may run inside one another (a plug-in command that runs
+// command text, a modifier's commandToExecute, ...); a deeper call fails without running.
+constexpr std::size_t kMaxCallNesting = 64;
+
 // Runs command text; the result is that of the last command run. The first failing
 // statement ends the run, with a log line that names what failed.
 CommandRun interpret(const std::string& text, bool undoEnabled, bool displayEnabled);
+
+// True while a call of command text that is running has recorded changes that are not yet
+// an entry of the undo queue. Deliberate: undo and redo refuse to run then, because taking
+// an entry back under a half-recorded call would put the call's entry after it and break
+// the queue's order (undo-all would no longer restore the scene).
+bool callHasPendingChanges();
 
 // Before a plug-in's library closes, the objects of its code that the host keeps must go:
 // the undo queue is emptied (as Maya flushes it when a plug-in unloads) and the release

@@ -141,10 +141,14 @@ MStatus moveCommand(const CommandCall& call, CommandValue&)
                                 MStatus::kNotImplemented);
         moveTransform(node, value, relative, worldSpace, writes);
     }
-    for (const Write& w : writes) {
-        MStatus st = writeValue(w.node.get(), w.key, w.after);
-        if (!st)
-            return commandError(call, "cannot move " + w.node->name, st.statusCode());
+    for (std::size_t i = 0; i < writes.size(); ++i) {
+        MStatus st = writeValue(writes[i].node.get(), writes[i].key, writes[i].after);
+        if (!st) {
+            // All or nothing: what was written before goes back.
+            for (std::size_t k = i; k-- > 0;)
+                writeValue(writes[k].node.get(), writes[k].key, writes[k].before);
+            return commandError(call, "cannot move " + writes[i].node->name, st.statusCode());
+        }
     }
     recordUndo(
         [writes] {

@@ -6,6 +6,7 @@
 #include "dg/nodeType.h"
 #include "dg/plugNames.h"
 #include "dg/scene.h"
+#include "dg/wildcardMatch.h"
 #include "ui/selectionState.h"
 
 #include "dg/evaluation.h"
@@ -17,6 +18,7 @@
 #include <maya/MStringArray.h>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace host {
 namespace {
@@ -27,6 +29,12 @@ NodeBody* namedNode(const CommandCall& call, const std::string& name, MStatus& s
     if (!node)
         st = commandError(call, "No object matches name: " + name);
     return node;
+}
+
+// A name that a path, a plug or a component string can address: none of "|.[]" or blanks.
+bool addressableName(const std::string& name)
+{
+    return !name.empty() && name.find_first_of("|.[] \t\n\r") == std::string::npos;
 }
 
 std::vector<std::string> selectionNames()
@@ -53,6 +61,8 @@ MStatus createNodeCommand(const CommandCall& call, CommandValue& result)
     if (!type)
         return commandError(call, "Unknown node type '" + typeName + "'");
     std::string name = a.text("name");
+    if (a.has("name") && !addressableName(name))
+        return commandError(call, "'" + name + "' is not a valid name");
     if (a.has("shared") && !name.empty()) {
         if (NodeBody* existing = Scene::current().findByName(name)) {
             result = CommandValue::ofString(existing->name);
@@ -241,7 +251,7 @@ MStatus renameCommand(const CommandCall& call, CommandValue& result)
         names.insert(names.begin(), selectionNames().empty() ? std::string() : selectionNames().front());
     if (names.size() != 2 || names.front().empty())
         return commandError(call, "needs the object and its new name");
-    if (names[1].empty() || names[1].find_first_of("|.[] ") != std::string::npos)
+    if (!addressableName(names[1]))
         return commandError(call, "'" + names[1] + "' is not a valid name");
     MStatus st;
     NodeBody* node = namedNode(call, names[0], st);
@@ -259,6 +269,27 @@ MStatus renameCommand(const CommandCall& call, CommandValue& result)
     return MStatus::kSuccess;
 }
 
+// Where one object of a parent command was before it moved.
+struct ParentMove {
+    NodePtr node;
+    NodeBody* oldParent;
+    std::size_t oldPosition;
+};
+
+// Puts the object back under its old parent at its old place among the children.
+void takeBack(const ParentMove& m)
+{
+    NodeBody* world = Scene::current().world();
+    if (!Scene::current().reparent(m.node.get(), m.oldParent == world ? nullptr : m.oldParent) || !m.oldParent)
+        return;
+    auto& s = m.oldParent->children;
+    auto at = std::find(s.begin(), s.end(), m.node.get());
+    if (at == s.end())
+        return;
+    s.erase(at);
+    s.insert(s.begin() + std::ptrdiff_t(std::min(m.oldPosition, s.size())), m.node.get());
+}
+
 MStatus parentCommand(const CommandCall& call, CommandValue& result)
 {
     BuiltinArgs a;
@@ -274,12 +305,7 @@ MStatus parentCommand(const CommandCall& call, CommandValue& result)
             return st;
         names.pop_back();
     }
-    struct Move {
-        NodePtr node;
-        NodeBody* oldParent;
-        std::size_t oldPosition;
-    };
-    auto moves = std::make_shared<std::vector<Move>>();
+    auto moves = std::make_shared<std::vector<ParentMove>>();
     for (const std::string& name : names) {
         NodeBody* node = namedNode(call, name, st);
         if (!node)
@@ -288,43 +314,32 @@ MStatus parentCommand(const CommandCall& call, CommandValue& result)
         std::size_t position = old ? std::size_t(std::find(old->children.begin(), old->children.end(), node) -
                                                  old->children.begin())
                                    : 0;
-        moves->push_back(Move{Scene::current().shared(node), old, position});
+        moves->push_back(ParentMove{Scene::current().shared(node), old, position});
     }
     std::vector<std::string> out;
-    for (const Move& m : *moves) {
+    for (std::size_t i = 0; i < moves->size(); ++i) {
+        const ParentMove& m = (*moves)[i];
         st = Scene::current().reparent(m.node.get(), parent);
-        if (!st)
+        if (!st) {
+            // All or nothing: the objects moved so far go back where they were.
+            for (std::size_t k = i; k-- > 0;)
+                takeBack((*moves)[k]);
             return commandError(call, "cannot parent " + m.node->name + " there", st.statusCode());
+        }
         out.push_back(nodePathName(m.node.get()));
     }
     NodePtr keepParent = parent ? Scene::current().shared(parent) : nullptr;
     recordUndo(
         [moves] {
-            for (auto it = moves->rbegin(); it != moves->rend(); ++it) {
-                NodeBody* world = Scene::current().world();
-                Scene::current().reparent(it->node.get(), it->oldParent == world ? nullptr : it->oldParent);
-                if (it->oldParent) {
-                    auto& s = it->oldParent->children;
-                    s.erase(std::find(s.begin(), s.end(), it->node.get()));
-                    s.insert(s.begin() + std::min(it->oldPosition, s.size()), it->node.get());
-                }
-            }
+            for (auto it = moves->rbegin(); it != moves->rend(); ++it)
+                takeBack(*it);
         },
         [moves, keepParent] {
-            for (const Move& m : *moves)
+            for (const ParentMove& m : *moves)
                 Scene::current().reparent(m.node.get(), keepParent.get());
         });
     result = CommandValue::ofStrings(out);
     return MStatus::kSuccess;
-}
-
-bool wildcardMatch(const char* pattern, const char* text)
-{
-    if (*pattern == '\0')
-        return *text == '\0';
-    if (*pattern == '*')
-        return wildcardMatch(pattern + 1, text) || (*text && wildcardMatch(pattern, text + 1));
-    return *text && (*pattern == '?' || *pattern == *text) && wildcardMatch(pattern + 1, text + 1);
 }
 
 MStatus lsCommand(const CommandCall& call, CommandValue& result)
@@ -350,6 +365,7 @@ MStatus lsCommand(const CommandCall& call, CommandValue& result)
             candidates.push_back(n.get());
     }
     std::vector<std::string> out;
+    std::unordered_set<std::string> listed;
     for (NodeBody* n : candidates) {
         if (a.has("dag") && !n->type->isDag)
             continue;
@@ -367,13 +383,13 @@ MStatus lsCommand(const CommandCall& call, CommandValue& result)
         if (!patterns.empty()) {
             bool any = false;
             for (const std::string& p : patterns)
-                any = any || wildcardMatch(p.c_str(), n->name.c_str()) ||
-                      wildcardMatch(p.c_str(), nodePathName(n).c_str());
+                // A pattern with '|' names paths, any other names: "?" is no path separator.
+                any = any || wildcardMatch(p, p.find('|') == std::string::npos ? n->name : nodePathName(n));
             if (!any)
                 continue;
         }
         std::string name = a.has("long") ? nodePathName(n) : n->name;
-        if (std::find(out.begin(), out.end(), name) == out.end())
+        if (listed.insert(name).second)
             out.push_back(name);
     }
     result = CommandValue::ofStrings(out);

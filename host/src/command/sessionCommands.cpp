@@ -103,6 +103,9 @@ MStatus undoCommand(const CommandCall& call, CommandValue&)
         return MStatus::kInvalidParameter;
     if (!a.operands().empty())
         return commandError(call, "takes no arguments");
+    if (callHasPendingChanges())
+        return commandError(call, "the call that runs it has changed the scene already; run undo as a call of its own",
+                            MStatus::kFailure);
     return UndoQueue::instance().undo();
 }
 
@@ -113,6 +116,9 @@ MStatus redoCommand(const CommandCall& call, CommandValue&)
         return MStatus::kInvalidParameter;
     if (!a.operands().empty())
         return commandError(call, "takes no arguments");
+    if (callHasPendingChanges())
+        return commandError(call, "the call that runs it has changed the scene already; run redo as a call of its own",
+                            MStatus::kFailure);
     return UndoQueue::instance().redo();
 }
 

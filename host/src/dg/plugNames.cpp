@@ -3,8 +3,11 @@
 #include "dg/access.h"
 #include "dg/componentBody.h"
 #include "dg/scene.h"
+#include "mesh/meshGeometry.h"
+#include "mesh/meshNode.h"
 
 #include <cstdlib>
+#include <limits>
 
 namespace host {
 namespace {
@@ -16,8 +19,10 @@ bool parseIndex(const std::string& s, unsigned int& out)
     for (char c : s)
         if (c < '0' || c > '9')
             return false;
+    // Indices are ints in the API (MIntArray, component elements): one past INT_MAX would
+    // come back negative.
     unsigned long v = std::strtoul(s.c_str(), nullptr, 10);
-    if (v > 0xffffffffUL)
+    if (v > static_cast<unsigned long>(std::numeric_limits<int>::max()))
         return false;
     out = static_cast<unsigned int>(v);
     return true;
@@ -165,11 +170,34 @@ bool parseComponent(const std::string& text, MDagPath& path, MObject& component,
         bool ok = colon == std::string::npos ? parseIndex(index, from) && (to = from, true)
                                              : parseIndex(index.substr(0, colon), from) &&
                                                    parseIndex(index.substr(colon + 1), to) && from <= to;
-        if (!ok || to - from > 100000000u) {
+        if (!ok) {
             if (error)
                 *error = "Invalid component index: " + text;
             return false;
         }
+        // Checked against the mesh before anything is made, so the size of what is made is
+        // the mesh's, never a number from the text.
+        NodeBody* shape = Access::node(path.node());
+        const MeshGeometry* geometry = isMeshShape(shape) ? shapeGeometry(shape) : nullptr;
+        if (!geometry) {
+            if (error)
+                *error = "No mesh for component: " + text;
+            return false;
+        }
+        const int count = kind == MFn::kMeshVertComponent ? geometry->numVertices()
+                          : kind == MFn::kMeshEdgeComponent ? geometry->numEdges()
+                                                             : geometry->numPolygons();
+        if (to >= static_cast<unsigned int>(count)) {
+            if (error)
+                *error = "No object matches name: " + text + " (it does not exist: the mesh has " +
+                         std::to_string(count) + " " +
+                         (kind == MFn::kMeshVertComponent ? "vertices"
+                          : kind == MFn::kMeshEdgeComponent ? "edges"
+                                                             : "faces") +
+                         ")";
+            return false;
+        }
+        body->elements.reserve(std::size_t(to - from) + 1);
         for (unsigned int i = from; i <= to; ++i)
             body->elements.push_back(static_cast<int>(i));
     }

@@ -1,5 +1,6 @@
 #include "host/meshFiles.h"
 
+#include "meshio/containerChecks.h"
 #include "meshio/meshFormats.h"
 
 #include "host/log.h"
@@ -13,6 +14,8 @@ namespace host {
 namespace {
 
 enum class Reader { kAssimp, kOff, kPly };
+
+constexpr std::uintmax_t kMaxMeshFileBytes = std::uintmax_t(2) << 30;
 
 struct Format {
     const char* extension;
@@ -81,14 +84,23 @@ MStatus readFile(const std::string& path, std::vector<MeshArrays>& meshes, std::
         *why = "not a regular file";
         return MStatus::kInvalidParameter;
     }
-    if (std::filesystem::file_size(path, ec) == 0 && !ec) {
+    const std::uintmax_t size = std::filesystem::file_size(path, ec);
+    if (size == 0 && !ec) {
         *why = "the file is empty";
+        return MStatus::kFailure;
+    }
+    // Readers hold the whole file in memory; past this a file is refused, not read.
+    if (!ec && size > kMaxMeshFileBytes) {
+        *why = "the file's " + std::to_string(size) + " bytes are more than the " +
+               std::to_string(kMaxMeshFileBytes) + " a mesh file may have";
         return MStatus::kFailure;
     }
     const std::string fileName = std::filesystem::path(path).filename().string();
     bool read = false;
     switch (format->reader) {
-    case Reader::kAssimp: read = importWithAssimp(path, fileName, meshes, why); break;
+    case Reader::kAssimp:
+        read = checkContainer(path, format->extension, why) && importWithAssimp(path, fileName, meshes, why);
+        break;
     case Reader::kOff: read = readOff(path, meshes, why); break;
     case Reader::kPly: read = readPly(path, meshes, why); break;
     }

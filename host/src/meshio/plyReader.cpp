@@ -96,9 +96,16 @@ bool readHeader(std::istringstream& header, Encoding& encoding, std::vector<Elem
                 return fail(why, "the PLY format '" + format + "' is unknown");
             haveFormat = true;
         } else if (keyword == "element") {
+            // The count must be a whole decimal number to its last character: "1e9" is no
+            // count (a stream would read it as 1).
             Element element;
-            if (!(words >> element.name >> element.count) || element.count < 0)
+            std::string count, extra;
+            if (!(words >> element.name >> count) || (words >> extra))
                 return fail(why, "the header line '" + line + "' is not an element name and count");
+            const auto parsed = std::from_chars(count.data(), count.data() + count.size(), element.count);
+            if (parsed.ec != std::errc() || parsed.ptr != count.data() + count.size() || element.count < 0)
+                return fail(why, "the count '" + count + "' of the element '" + element.name +
+                                     "' is not a whole number of 0 or more");
             elements.push_back(element);
         } else if (keyword == "property") {
             if (elements.empty())
@@ -258,6 +265,10 @@ bool readPly(const std::string& path, std::vector<MeshArrays>& meshes, std::stri
         if (isFace && found[5] != 1)
             return fail(why, "its faces have no vertex_indices list");
         haveFaces = haveFaces || (isFace && element.count > 0);
+        // An element without properties takes no bytes: there is nothing to walk, whatever
+        // its count.
+        if (element.properties.empty())
+            continue;
 
         for (long long item = 0; item < element.count; ++item) {
             double values[5] = {};
@@ -277,6 +288,11 @@ bool readPly(const std::string& path, std::vector<MeshArrays>& meshes, std::stri
                     return fail(why, "a list in " + element.name + " " + std::to_string(item) + " has no count");
                 if (roles[p] == 5 && count < 3)
                     return fail(why, "face " + std::to_string(item) + " has fewer than three vertices");
+                // Every item takes at least a byte (a digit and a blank in text).
+                if (count > double(body.remaining()))
+                    return fail(why, "the list count " + numberText(count) + " in " + element.name + " " +
+                                         std::to_string(item) + " is more than the " +
+                                         std::to_string(body.remaining()) + " bytes left in the file");
                 for (double k = 0; k < count; ++k) {
                     if (!body.read(property.size, property.isSigned, property.isFloat, value))
                         return fail(why, "it ends inside " + element.name + " " + std::to_string(item));

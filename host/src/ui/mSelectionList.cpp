@@ -4,6 +4,7 @@
 #include "dg/componentBody.h"
 #include "dg/plugNames.h"
 #include "dg/scene.h"
+#include "dg/wildcardMatch.h"
 
 #include "host/log.h"
 
@@ -13,16 +14,6 @@ using host::Access;
 using host::NodeBody;
 
 namespace {
-
-bool globMatch(const char* pattern, const char* text)
-{
-    if (*pattern == '\0')
-        return *text == '\0';
-    if (*pattern == '*')
-        return globMatch(pattern + 1, text) || (*text && globMatch(pattern, text + 1));
-    return *text && *pattern == *text && globMatch(pattern + 1, text + 1);
-}
-
 
 std::string componentText(const MObject& component)
 {
@@ -167,9 +158,9 @@ MStatus MSelectionList::add(const MString& matchString, bool)
         return add(plug, true);
     }
     std::vector<NodeBody*> matches;
-    if (text.find('*') != std::string::npos) {
+    if (text.find_first_of("*?") != std::string::npos) {
         for (const host::NodePtr& n : host::Scene::current().nodes())
-            if (globMatch(text.c_str(), n->name.c_str()))
+            if (host::wildcardMatch(text, n->name))
                 matches.push_back(n.get());
     } else if (NodeBody* n = host::findNodeByPath(text)) {
         matches.push_back(n);

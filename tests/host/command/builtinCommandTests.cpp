@@ -3,6 +3,9 @@
 
 #include "commandTest.h"
 
+#include <host/meshFiles.h>
+#include <host/meshGenerators.h>
+
 #include <maya/MCommandResult.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFnDagNode.h>
@@ -103,7 +106,9 @@ TEST_F(BuiltinCommandTest, SelectReplacesAddsRemovesTogglesAndClears)
 
 TEST_F(BuiltinCommandTest, SelectTakesComponents)
 {
-    run("createNode mesh -n shape");
+    // Components are checked against the mesh, so the shape needs geometry (9 vertices).
+    host::addMesh(host::gridPlane(1.0f, 1.0f, 2, 2), "polySurface1");
+    run("rename polySurfaceShape1 shape");
     run("select -r polySurface1.vtx[2:4] shape.f[1]");
     MSelectionList active;
     MGlobal::getActiveSelectionList(active);
