@@ -7,10 +7,12 @@
 // tweak constraint node, the attach command, the patch node. Pieces that are not built
 // yet are left out of both lists, in their place.
 
+#include "command/tqSarnToolCmd.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
 #include "store/tqSarn.h"
+#include "tool/tqSarnContextCmd.h"
 
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
@@ -35,8 +37,14 @@ MStatus initializePlugin(MObject obj)
                                  MPxNode::kLocatorNode, &tqSarn::drawDbClassification);
     TQ_CHECK_STEP(status);
 
-    // The store's draw override, the context command with its tool command and the tweak
-    // constraint node register here, in that order.
+    // The store's draw override registers here.
+
+    status = plugin.registerContextCommand(tqSarnContextCmd::commandName, tqSarnContextCmd::creator,
+                                           tqSarnToolCmd::commandName, tqSarnToolCmd::creator,
+                                           tqSarnToolCmd::newSyntax);
+    TQ_CHECK_STEP(status);
+
+    // The tweak constraint node registers here.
 
     status = plugin.registerCommand(tqPatchCmd::commandName, tqPatchCmd::creator, tqPatchCmd::newSyntax);
     TQ_CHECK_STEP(status);
@@ -59,7 +67,10 @@ MStatus uninitializePlugin(MObject obj)
     status = plugin.deregisterNode(tqSarn::id);
     TQ_CHECK_STEP(status);
 
-    // The store's draw override and the context command deregister here.
+    // The store's draw override deregisters here.
+
+    status = plugin.deregisterContextCommand(tqSarnContextCmd::commandName, tqSarnToolCmd::commandName);
+    TQ_CHECK_STEP(status);
 
     status = plugin.deregisterCommand(tqPatchCmd::commandName);
     TQ_CHECK_STEP(status);
