@@ -97,7 +97,31 @@ public:
     Mode mode() const { return fMode; }
     void setPatchName(const MString& name) { patchName = name; }
     const MString& getPatchName() const { return patchName; }
+    void setMeshPath(const MDagPath& path) { meshPath = path; }
     const MDagPath& getMeshPath() const { return meshPath; }
+
+    // ---- generators (each leaves the mesh, its patch node and the store as one step)
+
+    // Sweeps the player row along the one working stroke: rows of the same width follow the
+    // stroke, the new vertices go onto the source, and the patch node receives the mesh. The
+    // store's copies are not saved (its undo removes the node, and then refuses the restore).
+    // A stroke count other than 1 discards the strokes and makes nothing.
+    MStatus appendPatchAlongStroke(const MPointArray& playerPoints, MMeshIsectAccelParams& accelParams);
+    // Fills the bands between the player row and the working strokes, in order. The far row
+    // becomes the new player row. No faces made: the strokes are discarded, kSuccess.
+    MStatus appendPatchBetweenStrokes(const MPointArray& playerPoints, MMeshIsectAccelParams& accelParams,
+                                      bool closedFlag);
+    // A new sarn from two or more free strokes (the guide rows), with no player row, on
+    // `meshPath`, whose patch node the context has attached. With `closedFlag` the V spans are
+    // raised to 3 for this call.
+    MStatus scratchPatch(const MDagPath& meshPath, MMeshIsectAccelParams& accelParams, bool closedFlag);
+    // Keeps the working strokes as the guide rows: as they are (`density` 0), or with each
+    // segment cut into `density` parts (slices pass 1).
+    MStatus saveNondestructStrokes(int density);
+    // Reads the whole mesh into afterFeed and writes it to `patchNode`. With `flip` the new
+    // faces (the last ones, all quads) are turned over in the copy only: their corners are
+    // reversed in `polyconnect`, while the normals, corner lists and UVs keep the mesh's order.
+    MStatus feedPatchNode(MFnMesh& fnMesh, bool flip, const MObject& patchNode, const MIntArray& newFaces);
 
     // A finished stroke joins the store's working strokes. Empty points: kInvalidParameter.
     MStatus appendStroke(const MPointArray& points);

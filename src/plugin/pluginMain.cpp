@@ -8,12 +8,14 @@
 // yet are left out of both lists, in their place.
 
 #include "command/tqSarnToolCmd.h"
+#include "display/tqSarnDrawOverride.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
 #include "store/tqSarn.h"
 #include "tool/tqSarnContextCmd.h"
 
+#include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
 #include <maya/MStatus.h>
@@ -37,7 +39,10 @@ MStatus initializePlugin(MObject obj)
                                  MPxNode::kLocatorNode, &tqSarn::drawDbClassification);
     TQ_CHECK_STEP(status);
 
-    // The store's draw override registers here.
+    status = MHWRender::MDrawRegistry::registerDrawOverrideCreator(tqSarn::drawDbClassification,
+                                                                   tqSarnDrawOverride::registrantId,
+                                                                   tqSarnDrawOverride::creator);
+    TQ_CHECK_STEP(status);
 
     status = plugin.registerContextCommand(tqSarnContextCmd::commandName, tqSarnContextCmd::creator,
                                            tqSarnToolCmd::commandName, tqSarnToolCmd::creator,
@@ -67,7 +72,9 @@ MStatus uninitializePlugin(MObject obj)
     status = plugin.deregisterNode(tqSarn::id);
     TQ_CHECK_STEP(status);
 
-    // The store's draw override deregisters here.
+    status = MHWRender::MDrawRegistry::deregisterDrawOverrideCreator(tqSarn::drawDbClassification,
+                                                                     tqSarnDrawOverride::registrantId);
+    TQ_CHECK_STEP(status);
 
     status = plugin.deregisterContextCommand(tqSarnContextCmd::commandName, tqSarnToolCmd::commandName);
     TQ_CHECK_STEP(status);
