@@ -163,16 +163,19 @@ MStatus tqSarnContext::buildIntersector()
     if (mesh.numPolygons() == 0)
         return MStatus::kUnknownParameter;
     // One normal per polygon: the mean of its vertex normals, left unnormalised.
+    // Sized once: on a dense source, growing the array by appends costs more than the walk.
     MVectorArray normals;
-    normals.setSizeIncrement(unsigned(mesh.numPolygons()));
+    normals.setLength(unsigned(mesh.numPolygons()));
+    unsigned int filled = 0;
     MVectorArray faceNormals;
-    for (MItMeshPolygon it(path); !it.isDone(); it.next()) {
+    for (MItMeshPolygon it(path); !it.isDone() && filled < normals.length(); it.next()) {
         it.getNormals(faceNormals, MSpace::kWorld);
         MVector sum;
         for (const MVector& n : faceNormals)
             sum += n;
-        normals.append(faceNormals.length() ? sum / double(faceNormals.length()) : sum);
+        normals[filled++] = faceNormals.length() ? sum / double(faceNormals.length()) : sum;
     }
+    normals.setLength(filled);
     if (normals.length() == 0)
         return MStatus::kUnknownParameter;
     MObject store = tq::findStoreNode();
