@@ -4,6 +4,8 @@
 #include "toolTest.h"
 
 #include "store/storePredicates.h"
+#include "store/storeReads.h"
+#include "store/storeWrites.h"
 
 #include <maya/MFnMesh.h>
 #include <maya/MItDag.h>
@@ -90,6 +92,34 @@ TEST_F(SarnGesture, EnterWithOneStrokeOnlyResetsTheLinesAndASelectedMeshReceives
     EXPECT_EQ(host::journalLines().back(), "tqSarn_scratch_orphan");
     host::undo();
     EXPECT_EQ(MFnMesh(retopo).numPolygons(), 1);
+}
+
+TEST_F(SarnGesture, WithAnAnchorRowOneStrokeAppendsABandAtRelease)
+{
+    ASSERT_NO_FATAL_FAILURE(activate());
+    ASSERT_TRUE(stroke({220, 150, 340, 150}));
+    ASSERT_TRUE(stroke({220, 115, 340, 115}));
+    ASSERT_TRUE(host::pressKey(host::Key::kEnter));
+    ASSERT_EQ(retopoMeshes().size(), 1u);
+    MFnMesh sarn(retopoMeshes()[0]);
+    ASSERT_EQ(sarn.numPolygons(), 18);
+    // The sarn's far row becomes the anchor row, as a pick of its boundary would make it.
+    MIntArray row1, row2, row3;
+    ASSERT_TRUE(tq::readShadowIndices(row1, row2, row3));
+    ASSERT_EQ(row2.length(), 7u);
+    ASSERT_TRUE(tq::writePlayerVertices(row2));
+    ASSERT_TRUE(tq::writePlayersFromVertices(row2));
+
+    ASSERT_TRUE(stroke({220, 85, 340, 85}));
+    EXPECT_EQ(info1(), "Sarn Patch created");
+    EXPECT_EQ(sarn.numPolygons(), 18 + 6 * 3);
+    MPointArray vertices;
+    sarn.getPoints(vertices, MSpace::kWorld);
+    // On the scan to a thousandth of its size: the band's vertices go along their normals.
+    EXPECT_LT(farthestFromScan(vertices), 1e-3 * box.width());
+    EXPECT_EQ(host::journalLines().back(), "tqSarn_appendPatch");
+    host::undo();
+    EXPECT_EQ(sarn.numPolygons(), 18);
 }
 
 } // namespace
