@@ -37,6 +37,8 @@
 #include <maya/MString.h>
 #include <maya/MSyntax.h>
 
+class tqSarnContext;
+
 class tqSarnToolCmd : public MPxToolCommand {
 public:
     static void* creator();
@@ -70,6 +72,8 @@ public:
     bool isUndoable() const override;
     // Journals the mode's text and hands the instance to the undo queue.
     MStatus finalize() override;
+    // A new tool on the heap, for whoever wants one without the context command.
+    virtual tqSarnContext* newContext();
 
     // Hand-over from the context; each returns kSuccess. `before` and `after` are the world
     // positions of all vertices of the retopo mesh.

@@ -7,11 +7,13 @@
 // tweak constraint node, the attach command, the patch node. Pieces that are not built
 // yet are left out of both lists, in their place.
 
+#include "command/tqSarnToolCmd.h"
 #include "display/tqSarnDrawOverride.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
 #include "store/tqSarn.h"
+#include "tool/tqSarnContextCmd.h"
 
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>
@@ -42,8 +44,12 @@ MStatus initializePlugin(MObject obj)
                                                                    tqSarnDrawOverride::creator);
     TQ_CHECK_STEP(status);
 
-    // The context command with its tool command and the tweak constraint node register here,
-    // in that order.
+    status = plugin.registerContextCommand(tqSarnContextCmd::commandName, tqSarnContextCmd::creator,
+                                           tqSarnToolCmd::commandName, tqSarnToolCmd::creator,
+                                           tqSarnToolCmd::newSyntax);
+    TQ_CHECK_STEP(status);
+
+    // The tweak constraint node registers here.
 
     status = plugin.registerCommand(tqPatchCmd::commandName, tqPatchCmd::creator, tqPatchCmd::newSyntax);
     TQ_CHECK_STEP(status);
@@ -70,7 +76,8 @@ MStatus uninitializePlugin(MObject obj)
                                                                      tqSarnDrawOverride::registrantId);
     TQ_CHECK_STEP(status);
 
-    // The context command deregisters here.
+    status = plugin.deregisterContextCommand(tqSarnContextCmd::commandName, tqSarnToolCmd::commandName);
+    TQ_CHECK_STEP(status);
 
     status = plugin.deregisterCommand(tqPatchCmd::commandName);
     TQ_CHECK_STEP(status);

@@ -11,7 +11,6 @@
 #include "patchTest.h"
 
 #include <maya/MArgList.h>
-#include <maya/MFnPlugin.h>
 #include <maya/MItGeometry.h>
 
 namespace {
@@ -20,19 +19,6 @@ using patchtest::ints;
 using patchtest::straightRow;
 using plugintest::meshText;
 using plugintest::sceneText;
-
-// The tool command registered by itself, so that its flags can be typed as command text.
-MStatus registerToolCommandAlone(MObject object)
-{
-    MFnPlugin plugin(object, "test", "1.0", "Any");
-    return plugin.registerCommand(tqSarnToolCmd::commandName, tqSarnToolCmd::creator, tqSarnToolCmd::newSyntax);
-}
-
-MStatus deregisterToolCommandAlone(MObject object)
-{
-    MFnPlugin plugin(object);
-    return plugin.deregisterCommand(tqSarnToolCmd::commandName);
-}
 
 class ToolCommand : public patchtest::PatchTest {
 protected:
@@ -153,15 +139,9 @@ TEST_F(ToolCommand, RestoringARedoStateNeedsAnUndoState)
     EXPECT_TRUE(cmd.restoreStoreState("redo"));
 }
 
-class ToolCommandText : public ToolCommand {
-protected:
-    static void SetUpTestSuite()
-    {
-        ASSERT_TRUE(plugintest::ensurePluginLoaded());
-        ASSERT_TRUE(host::loadLinkedPlugin("toolCommandAlone", registerToolCommandAlone, deregisterToolCommandAlone));
-    }
-    static void TearDownTestSuite() { host::unloadPlugin("toolCommandAlone"); }
-};
+// The tool command is typed as text under the name the plug-in registers it by, with its
+// context command.
+using ToolCommandText = ToolCommand;
 
 TEST_F(ToolCommandText, TheFirstFlagSetDecides)
 {

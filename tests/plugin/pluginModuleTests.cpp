@@ -52,6 +52,8 @@ TEST_F(PluginModule, LoadsAndUnloadsByPathWithItsIdentityAndOneBanner)
     EXPECT_EQ(regs.apiVersion, "Any");
     EXPECT_EQ(regs.nodeTypes, (std::vector<std::string>{"tqSarn", "tqPatchNode"}));
     EXPECT_EQ(regs.commands, std::vector<std::string>{"tqPatchCmd"});
+    EXPECT_EQ(regs.contextCommands, std::vector<std::string>{"tqSarnContext"});
+    EXPECT_EQ(regs.toolCommands, std::vector<std::string>{"tqSarnCmd"});
     EXPECT_EQ(bannerCount(), 1);
     EXPECT_FALSE(host::createNode("tqSarn").isNull());
     host::newScene();

@@ -331,8 +331,10 @@ MStatus MItMeshPolygon::getNormals(MVectorArray& vectorArray, MSpace::Space spac
         return s;
     const int f = fIt->current();
     vectorArray.clear();
+    const std::vector<MVector>* vertexNormals = fIt->wholeWalkVertexNormals(*g);
     for (int i = 0; i < g->polygonSize(f); ++i)
-        vectorArray.append(map.outNormal(host::faceVertexNormal(*g, f, i)));
+        vectorArray.append(map.outNormal(vertexNormals ? host::faceVertexNormal(*g, f, i, *vertexNormals)
+                                                       : host::faceVertexNormal(*g, f, i)));
     return MStatus::kSuccess;
 }
 

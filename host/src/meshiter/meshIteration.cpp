@@ -60,6 +60,30 @@ MVector faceVertexNormal(const MeshGeometry& mesh, int polygon, int corner)
     return mesh.polygonNormal(polygon);
 }
 
+MVector faceVertexNormal(const MeshGeometry& mesh, int polygon, int corner, const std::vector<MVector>& vertexNormals)
+{
+    const int n = mesh.polygonSize(polygon);
+    const int start = mesh.polygonStart(polygon);
+    const int incoming = mesh.faceVertexEdge(start + (corner + n - 1) % n);
+    const int outgoing = mesh.faceVertexEdge(start + corner);
+    if (mesh.edgeSmooth(incoming) && mesh.edgeSmooth(outgoing))
+        return vertexNormals[static_cast<std::size_t>(mesh.polygonVertices(polygon)[corner])];
+    return mesh.polygonNormal(polygon);
+}
+
+const std::vector<MVector>* MeshIteration::wholeWalkVertexNormals(const MeshGeometry& mesh) const
+{
+    if (!fWhole)
+        return nullptr;
+    if (fNormalsMesh != &mesh || fNormalsVersion != mesh.version() ||
+        fVertexNormals.size() != static_cast<std::size_t>(mesh.numVertices())) {
+        mesh.vertexNormals(true, fVertexNormals);
+        fNormalsMesh = &mesh;
+        fNormalsVersion = mesh.version();
+    }
+    return &fVertexNormals;
+}
+
 // ---- SpaceMap
 
 MPoint SpaceMap::out(const MFloatPoint& p) const { return out(MPoint(p.x, p.y, p.z)); }

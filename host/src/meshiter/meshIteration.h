@@ -21,6 +21,7 @@
 #include <maya/MVector.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace host {
@@ -37,6 +38,9 @@ MObject singleElementComponent(MeshElement kind, int element);
 // The normal of a polygon's corner (face-relative index): the angle-weighted vertex normal
 // when both of the polygon's edges at that corner are smooth, otherwise the polygon normal.
 MVector faceVertexNormal(const MeshGeometry& mesh, int polygon, int corner);
+// The same with the mesh's angle-weighted vertex normals given, as MeshGeometry::vertexNormals
+// makes them (equal to vertexNormal's bit for bit: the faces are summed in the same order).
+MVector faceVertexNormal(const MeshGeometry& mesh, int polygon, int corner, const std::vector<MVector>& vertexNormals);
 // The corner of the polygon at the vertex, or -1 when the polygon does not use it.
 int cornerOf(const MeshGeometry& mesh, int polygon, int vertex);
 
@@ -95,6 +99,12 @@ public:
     // The elements of a walk from the start, in order.
     std::vector<int> visited(const MeshGeometry& mesh) const;
 
+    // The angle-weighted normal of every vertex, for a walk over every element: made once per
+    // version of the mesh and kept with the iteration, so a walk that asks each polygon for its
+    // corner normals costs one pass over the mesh instead of one per corner. Null for a
+    // component walk, which goes vertex by vertex.
+    const std::vector<MVector>* wholeWalkVertexNormals(const MeshGeometry& mesh) const;
+
 private:
     void settle(); // moves to the first existing element at or after fPos
 
@@ -106,6 +116,9 @@ private:
     int fCurrent = -1;
     int fCountTotal = -1; // the element total the cached count was made for
     int fCount = 0;
+    mutable std::vector<MVector> fVertexNormals;
+    mutable std::uint64_t fNormalsVersion = 0;
+    mutable const MeshGeometry* fNormalsMesh = nullptr;
 };
 
 } // namespace host

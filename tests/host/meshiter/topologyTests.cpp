@@ -144,6 +144,34 @@ TEST_F(FoldedPair, VertexNormalsAreAngleWeightedAndFaceVertexNormalsFollowSmooth
     EXPECT_TRUE(near(n, kAngleWeighted));
 }
 
+// A walk over every polygon reads its corner normals from one table per version of the mesh;
+// it must give what a walk over a component gives corner by corner, and follow an edit.
+TEST_F(FoldedPair, AWholeWalkGivesAComponentWalksCornerNormalsAndFollowsEdits)
+{
+    auto cornerNormals = [](MItMeshPolygon& it) {
+        std::vector<MVector> out;
+        MVectorArray normals;
+        for (it.reset(); !it.isDone(); it.next()) {
+            EXPECT_TRUE(it.getNormals(normals));
+            out.insert(out.end(), normals.begin(), normals.end());
+        }
+        return out;
+    };
+    MItMeshPolygon whole(path);
+    for (int round = 0; round < 2; ++round) {
+        MItMeshPolygon part(path, component(MFn::kMeshPolygonComponent, {0, 1}));
+        const std::vector<MVector> expected = cornerNormals(part);
+        const std::vector<MVector> got = cornerNormals(whole);
+        ASSERT_EQ(got.size(), 6u);
+        for (std::size_t i = 0; i < got.size(); ++i)
+            EXPECT_TRUE(got[i] == expected[i]) << "round " << round << ", corner " << i;
+        MItMeshVertex vertex(path);
+        int previous = 0;
+        ASSERT_TRUE(vertex.setIndex(3, previous));
+        ASSERT_TRUE(vertex.setPosition(MPoint(1, 0.5, -1)));
+    }
+}
+
 // The grid tilted into the plane z = x under rig: scale x by 2, turn 90 degrees about Z,
 // move by (1, 2, 3). Object (x, y, z) lands at (1 - y, 2 + 2x, 3 + z).
 class WorldSpace : public MeshIterTest {

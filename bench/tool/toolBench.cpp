@@ -1,0 +1,274 @@
+// The tool as a user drives it on a real scan densified to 1M and 5M triangles, each beside
+// the host queries it is bound by:
+//   - activation (toolOnSetup: the intersector, the ray accelerator and the per-polygon
+//     normals, from a cold mesh each time);
+//   - one drag event on a stroke of 300 points (a new sample, then every point re-cast onto
+//     the surface), beside 300 host allIntersections with the re-cast's settings;
+//   - Enter on two strokes making a 20 x 10 sarn, beside one host allIntersections per new
+//     vertex with the projection's settings.
+// The argument is the triangle target in thousands.
+
+#include "kernel/screen.h"
+#include "store/storeLookup.h"
+#include "store/storeReads.h"
+
+#include <host/commands.h>
+#include <host/harness.h>
+#include <host/meshFiles.h>
+#include <host/meshGenerators.h>
+#include <host/tools.h>
+#include <host/viewport.h>
+
+#include <maya/M3dView.h>
+#include <maya/MBoundingBox.h>
+#include <maya/MFloatArray.h>
+#include <maya/MFloatPointArray.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnMesh.h>
+#include <maya/MGlobal.h>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+
+MStatus initializePlugin(MObject obj);
+MStatus uninitializePlugin(MObject obj);
+
+namespace {
+
+// A view of 1280 x 960 pixels; the strokes run across the scan's body.
+constexpr int kStrokeY = 260;
+constexpr int kStrokeX0 = 440;
+constexpr int kStrokeX1 = 800;
+
+struct Scene {
+    MDagPath scan;
+    int triangles = 0;
+    bool ok = false;
+};
+
+host::MeshArrays& elephant()
+{
+    static host::MeshArrays mesh = [] {
+        std::vector<host::MeshArrays> meshes;
+        std::string error;
+        const std::string path = std::string(TQSARN_SCAN_DIR) + "/refined_elephant.off";
+        if (!host::readMeshFile(path, meshes, &error) || meshes.empty())
+            std::fprintf(stderr, "toolBench: %s: %s\n", path.c_str(), error.c_str());
+        return meshes.empty() ? host::MeshArrays() : meshes[0];
+    }();
+    return mesh;
+}
+
+// One scene per size, made when a benchmark of that size first runs; a new size replaces it.
+Scene& sceneOf(int thousands)
+{
+    static std::unique_ptr<Scene> scene;
+    static int madeFor = -1;
+    if (madeFor == thousands)
+        return *scene;
+    scene = std::make_unique<Scene>();
+    madeFor = thousands;
+    if (!host::isPluginLoaded("tqSarn") && !host::loadLinkedPlugin("tqSarn", initializePlugin, uninitializePlugin))
+        return *scene;
+    host::setToolTo("selectSuperContext");
+    host::newScene();
+    if (elephant().counts.empty())
+        return *scene;
+    const host::MeshArrays dense = host::densify(elephant(), thousands * 1000);
+    scene->triangles = int(dense.counts.size());
+    MFnDagNode(host::addMesh(dense, "scan")).getPath(scene->scan);
+    scene->scan.extendToShape();
+    host::createNode("tqSarn", "store");
+    host::connect(scene->scan.partialPathName().asChar() + std::string(".outMesh"), "store.tqSarnMesh");
+    const MBoundingBox box = MFnDagNode(scene->scan).boundingBox();
+    MStatus status;
+    MObject camera =
+        host::makeCamera(box.center() + MVector(0.0, 0.0, 1.6 * box.width()), box.center(), 54.43, "", &status);
+    host::setActiveView(host::makeView(1280, 960, camera, &status));
+    MGlobal::setOptionVarValue("tq_uspan", 20);
+    MGlobal::setOptionVarValue("tq_vspan", 10);
+    scene->ok = status;
+    return *scene;
+}
+
+std::string activeTool(bool fresh)
+{
+    static std::string name;
+    if (fresh || name.empty())
+        name = host::runCommand("tqSarnContext").text;
+    return name;
+}
+
+int pixelOf(int i, int count) { return kStrokeX0 + (kStrokeX1 - kStrokeX0) * i / (count - 1); }
+
+void BM_Activation(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    MFnMesh mesh(s.scan);
+    for (auto _ : state) {
+        state.PauseTiming();
+        host::setToolTo("selectSuperContext");
+        const std::string tool = activeTool(true); // a new context has no intersector yet
+        mesh.freeCachedIntersectionAccelerator();
+        state.ResumeTiming();
+        host::setToolTo(tool);
+    }
+    host::setToolTo("selectSuperContext");
+    state.counters["triangles"] = s.triangles;
+}
+
+void BM_DragEventOn300PointStroke(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    host::setToolTo(activeTool(false));
+    constexpr int kPoints = 300;
+    double strokePoints = 0.0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        host::mousePress(kStrokeX0, kStrokeY);
+        for (int i = 0; i < kPoints - 1; ++i)
+            host::mouseDrag(pixelOf(i, kPoints), kStrokeY);
+        state.ResumeTiming();
+        host::mouseDrag(kStrokeX1, kStrokeY);
+        state.PauseTiming();
+        host::mouseRelease(kStrokeX1, kStrokeY);
+        MIntArray sizes;
+        tq::readSizes(tq::findStoreNode(), sizes);
+        strokePoints = sizes.length() ? sizes[sizes.length() - 1] : 0;
+        host::pressKey(host::Key::kBackspace);
+        state.ResumeTiming();
+    }
+    host::setToolTo("selectSuperContext");
+    state.counters["triangles"] = s.triangles;
+    state.counters["strokePoints"] = strokePoints;
+}
+
+// The floor of a drag event: the re-cast of 300 surface points towards the eye, one host
+// allIntersections each, with the same settings.
+void BM_Floor300StrokeRecasts(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    const M3dView view = M3dView::active3dView();
+    MFnMesh mesh(s.scan);
+    MMeshIsectAccelParams accel = MFnMesh::autoUniformGridParams();
+    MFloatPointArray points;
+    MFloatPointArray hits;
+    for (int i = 0; i < 300; ++i) {
+        MPoint source;
+        MVector direction;
+        view.viewToWorld(short(pixelOf(i, 300)), short(kStrokeY), source, direction);
+        if (mesh.allIntersections(MFloatPoint(float(source.x), float(source.y), float(source.z)),
+                                  MFloatVector(float(direction.x), float(direction.y), float(direction.z)), nullptr,
+                                  nullptr, true, MSpace::kWorld, 10000.0f, true, &accel, true, hits, nullptr, nullptr,
+                                  nullptr, nullptr, nullptr, 0.0001f))
+            points.append(hits[0]);
+    }
+    const MFloatPoint eye = tq::cameraEyePoint();
+    for (auto _ : state) {
+        for (const MFloatPoint& p : points)
+            benchmark::DoNotOptimize(mesh.allIntersections(p, eye - p, nullptr, nullptr, false, MSpace::kWorld, 100.0f,
+                                                           true, &accel, true, hits, nullptr, nullptr, nullptr,
+                                                           nullptr, nullptr, 0.01f));
+    }
+    state.counters["triangles"] = s.triangles;
+    state.counters["points"] = points.length();
+}
+
+void BM_EnterMakesA20x10Sarn(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    host::setToolTo(activeTool(false));
+    MGlobal::clearSelectionList();
+    for (auto _ : state) {
+        state.PauseTiming();
+        for (int y : {kStrokeY, kStrokeY - 80}) {
+            host::mousePress(kStrokeX0, y);
+            for (int i = 0; i < 40; ++i)
+                host::mouseDrag(pixelOf(i, 40), y);
+            host::mouseRelease(kStrokeX1, y);
+        }
+        state.ResumeTiming();
+        host::pressKey(host::Key::kEnter);
+        state.PauseTiming();
+        host::undo();
+        host::flushUndoQueue();
+        MGlobal::clearSelectionList();
+        state.ResumeTiming();
+    }
+    host::setToolTo("selectSuperContext");
+    state.counters["triangles"] = s.triangles;
+}
+
+// The floor of Enter: one host allIntersections along a normal for each of the 21 x 11 new
+// vertices, with the projection's settings.
+void BM_FloorSarnVertexProjections(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    const M3dView view = M3dView::active3dView();
+    MFnMesh mesh(s.scan);
+    MMeshIsectAccelParams accel = MFnMesh::autoUniformGridParams();
+    std::vector<std::pair<MFloatPoint, MFloatVector>> rays;
+    MFloatPointArray hits;
+    MFloatArray params;
+    MIntArray faces;
+    for (int row = 0; row < 11; ++row) {
+        for (int i = 0; i < 21; ++i) {
+            MPoint source;
+            MVector direction;
+            view.viewToWorld(short(pixelOf(i, 21)), short(kStrokeY - 8 * row), source, direction);
+            const MFloatPoint from(float(source.x), float(source.y), float(source.z));
+            const MFloatVector along(float(direction.x), float(direction.y), float(direction.z));
+            if (mesh.allIntersections(from, along, nullptr, nullptr, true, MSpace::kWorld, 10000.0f, false, &accel,
+                                      true, hits, nullptr, nullptr, nullptr, nullptr, nullptr, 0.0001f))
+                rays.emplace_back(hits[0] - along * 0.01f, along);
+        }
+    }
+    for (auto _ : state) {
+        for (const auto& ray : rays)
+            benchmark::DoNotOptimize(mesh.allIntersections(ray.first, ray.second, nullptr, nullptr, false,
+                                                           MSpace::kWorld, 100.0f, true, &accel, false, hits, &params,
+                                                           &faces, nullptr, nullptr, nullptr));
+    }
+    state.counters["triangles"] = s.triangles;
+    state.counters["rays"] = double(rays.size());
+}
+
+// Sizes in thousands of triangles; each size's benchmarks run together on one scene.
+BENCHMARK(BM_Activation)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_DragEventOn300PointStroke)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_Floor300StrokeRecasts)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EnterMakesA20x10Sarn)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_FloorSarnVertexProjections)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Activation)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_DragEventOn300PointStroke)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_Floor300StrokeRecasts)->Arg(5000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EnterMakesA20x10Sarn)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_FloorSarnVertexProjections)->Arg(5000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

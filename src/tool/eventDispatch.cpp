@@ -1,0 +1,335 @@
+// The mouse side of the tool: what each button and modifier does at press, drag and release.
+// There is no gesture table: each handler is a straight run of independent tests on the
+// event's button and modifiers, in a fixed order, and more than one test may act on one event.
+// The modifiers are those of the event at hand, so a key let go before the button changes the
+// branch taken at release.
+//
+// Gestures of the brushes, anchors, bridges, merges, slices, redraws, interactive spans, the
+// row and mesh snapshots and the drawn feedback branch off below in their places. Until those
+// pieces land, their branches do nothing beyond what is written here, and the gesture leaves
+// the scene as it was.
+
+#include "tool/tqSarnContext.h"
+
+#include "tool/toolLog.h"
+
+#include "command/tqSarnToolCmd.h"
+#include "kernel/commandTexts.h"
+#include "kernel/entryBarrier.h"
+#include "kernel/meshQueries.h"
+#include "kernel/shadowRows.h"
+#include "store/hostWidgets.h"
+#include "store/infoLines.h"
+#include "store/infoTexts.h"
+#include "store/optionVars.h"
+#include "store/storeLookup.h"
+#include "store/storePredicates.h"
+#include "store/storeReads.h"
+#include "store/storeWrites.h"
+
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFrameContext.h>
+#include <maya/MGlobal.h>
+
+using tq::tool::failWith;
+using tq::tool::logged;
+
+namespace {
+
+struct Buttons {
+    bool left = false;
+    bool middle = false;
+    bool shift = false;
+    bool control = false;
+
+    explicit Buttons(const MEvent& event)
+    {
+        const MEvent::MouseButtonType button = event.mouseButton();
+        left = button == MEvent::kLeftMouse;
+        middle = button == MEvent::kMiddleMouse;
+        shift = event.isModifierShift();
+        control = event.isModifierControl();
+    }
+
+    // The button with exactly these modifiers held ("-" in the gesture tables: up).
+    bool leftWith(bool s, bool c) const { return left && shift == s && control == c; }
+    bool middleWith(bool s, bool c) const { return middle && shift == s && control == c; }
+};
+
+} // namespace
+
+MStatus tqSarnContext::doPress(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&)
+{
+    return tq::guardEntryPoint(tq::logModule::kTool, "doPress", [&]() { return press(event); });
+}
+
+MStatus tqSarnContext::doDrag(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext& context)
+{
+    return tq::guardEntryPoint(tq::logModule::kTool, "doDrag", [&]() { return drag(event, context); });
+}
+
+MStatus tqSarnContext::doRelease(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext& context)
+{
+    return tq::guardEntryPoint(tq::logModule::kTool, "doRelease", [&]() { return release(event, context); });
+}
+
+MStatus tqSarnContext::press(MEvent& event)
+{
+    MStatus status;
+    view = M3dView::active3dView(&status);
+    logged(status, __LINE__);
+    event.getPosition(pressX, pressY);
+    // The press goes on whatever the source is; the drag refuses by the flags.
+    checkSourceMesh();
+
+    bridgeDivBase = 0;
+    spanBase = 0;
+    lastX = pressX;
+    lastY = pressY;
+    redrawStroke = bridgeStroke = false;
+    moveBrushActive = sliceStroke = false;
+    firstHit = MPoint::origin;
+    moveHit = -1;
+    magnetVertices.clear();
+    markerAngle = 0.0;
+    previewPoints.clear();
+    currentStroke.clear();
+    sliceBack.clear();
+    sliceFront.clear();
+    // Every press of any button drops the stored pinch.
+    logged(tq::setPinch(0.0), __LINE__);
+
+    const Buttons b(event);
+    // P1 (middle, Shift): the mesh snapshot before a change of spans.
+    // P2 (middle, Shift and Ctrl): arms the relax brush.
+    if (relaxBrushOn) { // P3: an armed relax brush takes the press, whatever the button
+        logged(capturePositions(), __LINE__);
+        return MStatus::kSuccess;
+    }
+    if (b.middleWith(false, false) || moveBrushOn) // P4: the move brush begins
+        logged(capturePositions(), __LINE__);
+    // P5 (left, Shift and Ctrl): anchor picking. P6 (middle, Ctrl): bridge and magnet
+    // previews. P7 (middle, Shift, no shadow): the merge preview.
+    if (b.leftWith(false, true)) // P8: a redraw stroke keeps the positions it starts from
+        logged(capturePositions(), __LINE__);
+
+    view.refresh(true, true);
+    return MStatus::kSuccess;
+}
+
+MStatus tqSarnContext::drag(MEvent& event, const MHWRender::MFrameContext& frameContext)
+{
+    event.getPosition(curX, curY);
+    reverseFigure = false;
+    if (!sourceIsMesh)
+        return failWith("is not Mesh, node connection invalid?");
+    if (!sourceIsValid)
+        return failWith("is not valid");
+
+    const Buttons b(event);
+    if (b.middleWith(false, false) || moveBrushOn) // the move brush's drag
+        return MStatus::kSuccess;
+    if (relaxBrushOn) // the relax brush's drag
+        return MStatus::kSuccess;
+    if (b.left) {
+        if (b.shift && !b.control && !tq::hasPlayerVertices()) {
+            // A through-surface slice: its capture is its own, and nothing is refreshed.
+            sliceStroke = true;
+            return MStatus::kSuccess;
+        }
+        updateHoverHit(event, frameContext, false);
+        bool hitFound = false;
+        const MPoint hit = castStrokeRay(hitFound, curX, curY);
+        if (hitFound) {
+            recordFirstHit(hit);
+            previewPoints = addStrokeSample(hit, event);
+        }
+        if (!b.shift && b.control)
+            redrawStroke = true;
+        if (b.shift && !b.control)
+            bridgeStroke = true;
+    }
+    // Middle with Ctrl: the magnet and the twist of a closed loop; middle with Shift: the
+    // interactive spans and bridge divisions.
+    view.refresh(false, false);
+    return MStatus::kSuccess;
+}
+
+MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& frameContext)
+{
+    tqSarnToolCmd* command = makeToolCommand();
+    const Buttons b(event);
+
+    if (b.middleWith(true, false)) // R1: the end of a change of spans
+        return MStatus::kSuccess;
+    if (b.middleWith(false, false) || moveBrushOn) { // R2: the end of the move brush
+        view.refresh(false, false);
+        return MStatus::kSuccess;
+    }
+    if (b.leftWith(true, false) && !tq::hasPlayerVertices()) { // R3: a slice is stored
+        logged(sendStrokeToCommand(), __LINE__);
+        relaxBrushOn = false;
+        view.refresh(false, false);
+        return MStatus::kSuccess;
+    }
+    if (relaxBrushOn) { // R4: the end of a relax stroke
+        if (b.middleWith(true, true))
+            relaxBrushOn = false;
+        view.refresh(false, false);
+        return MStatus::kSuccess;
+    }
+    if (magnetVertices.length() > 1) // R5
+        logged(mergeMagnetVertices(), __LINE__);
+    if (b.left && !b.control) // R6
+        logged(storeStroke(event, frameContext), __LINE__);
+    if (redrawStroke) // R7
+        return redrawFromStroke(command);
+    if (bridgeStroke && tq::hasPlayerVertices() && !isClosedFigure() && lastX == pressX) { // R8
+        tq::setInfo1(tq::infoText::kBridgeCreated);
+        tq::setInfo2(tq::infoText::kBridgeReleaseHelp);
+        logged(continueSarn(command), __LINE__);
+        view.refresh(false, false);
+        return MStatus::kSuccess;
+    }
+    if (!redrawStroke && tq::hasPlayerVertices() && tq::hasStrokePoints()) { // R9
+        tq::setInfo1(tq::infoText::kSarnPatchCreated);
+        tq::setInfo2(tq::infoText::kPatchHelp);
+        logged(appendPatchFromStroke(), __LINE__);
+        return MStatus::kSuccess;
+    }
+    if (b.middleWith(false, true)) // R10: the end of a twist
+        twistActive = false;
+    view.refresh(false, false); // R11
+    return MStatus::kSuccess;
+}
+
+MStatus tqSarnContext::storeStroke(MEvent& event, const MHWRender::MFrameContext& frameContext)
+{
+    if (tq::isGlueOn() && glueHit != MPoint::origin && currentStroke.length()) {
+        updateHoverHit(event, frameContext, true);
+        currentStroke[currentStroke.length() - 1] = glueHit;
+    }
+    if (isClosedFigure() && currentStroke.length())
+        currentStroke[currentStroke.length() - 1] = currentStroke[0];
+    // Deliberate: not finalized; storing a stroke is no step of the undo queue.
+    MStatus status = sendStrokeToCommand();
+    tq::setInfo1(tq::strokeCountText(tq::strokeCount()));
+    return status;
+}
+
+MStatus tqSarnContext::sendStrokeToCommand()
+{
+    tqSarnToolCmd* command = makeToolCommand();
+    if (!command)
+        return failWith("no tool command");
+    // A click with no drag has at most one point and stores nothing.
+    if (!sourceIsMesh || !sourceIsValid || currentStroke.length() < 2)
+        return MStatus::kSuccess;
+    return command->appendStroke(currentStroke);
+}
+
+MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd*)
+{
+    if (tq::shadowCount() < 2 && !tq::hasPlayerVertices())
+        return failWith("need at least 2 strokes to edit the second");
+    // The redraw of the last sarn or of its boundary along this stroke.
+    view.refresh(false, false);
+    return MStatus::kSuccess;
+}
+
+MStatus tqSarnContext::continueSarn(tqSarnToolCmd* command)
+{
+    if (!command)
+        return failWith("no tool command");
+    if (anchorVertices.length() && tq::playerLoopClosed())
+        return MStatus::kSuccess; // a closed anchor loop continues through the bridge anchors
+    MStatus status;
+    const MPointArray anchorPoints = tq::vertexPositions(tq::readPlayerVertices(status), MDagPath(), status);
+    if (!status)
+        return logged(status, __LINE__);
+    status = command->appendPatchAlongStroke(anchorPoints, accelParams);
+    if (!status)
+        return logged(status, __LINE__);
+    logged(command->finalize(), __LINE__);
+    anchorPath.clear();
+    anchorVertices.clear();
+    tq::setInfo1(tq::infoText::kBridgePatchCreated);
+    tq::setInfo2(tq::infoText::kBridgeHelp);
+    view.refresh(false, false);
+    return MStatus::kSuccess;
+}
+
+MStatus tqSarnContext::appendPatchFromStroke()
+{
+    if (sliceStroke) {
+        view.refresh(false, false);
+        return MStatus::kSuccess;
+    }
+    tqSarnToolCmd* command = makeToolCommand();
+    if (!command)
+        return failWith("no tool command");
+    MStatus status;
+    if (tq::playerLoopClosed()) {
+        logged(tq::clearStrokes(), __LINE__);
+        logged(sendStrokeToCommand(), __LINE__);
+        status = command->closeStrokes();
+        if (!status)
+            return logged(status, __LINE__);
+    }
+    // A closed figure is matched to the anchor row by the shaped-stroke capture.
+    const bool loopClosed = tq::playerLoopClosed();
+    const MPointArray anchorPoints = tq::vertexPositions(tq::readPlayerVertices(status), MDagPath(), status);
+    if (!status)
+        return logged(status, __LINE__);
+    status = command->appendPatchBetweenStrokes(anchorPoints, accelParams, isClosedFigure());
+    if (!status)
+        return logged(status, __LINE__);
+    logged(command->finalize(), __LINE__);
+    if (loopClosed)
+        tq::finition();
+    view.refresh(false, false);
+    return MStatus::kSuccess;
+}
+
+MStatus tqSarnContext::mergeMagnetVertices()
+{
+    const MDagPath mesh = tq::getActiveMeshPath();
+    const MString text = tq::mergePairCommand(magnetVertices, mesh);
+    logged(MGlobal::executeCommand(text, true, true), __LINE__);
+    magnetVertices.clear();
+    logged(resetSession(), __LINE__);
+    if (!mesh.isValid())
+        return MStatus::kSuccess;
+    return logged(MGlobal::selectByName(mesh.fullPathName(), MGlobal::kReplaceList), __LINE__);
+}
+
+MStatus tqSarnContext::doPtrMoved(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext& context)
+{
+    return tq::guardEntryPoint(tq::logModule::kTool, "doPtrMoved", [&]() -> MStatus {
+        if (moveBrushOn)
+            event.getPosition(curX, curY);
+        // The move brush's circle and the glue marker are drawn around this hit.
+        updateHoverHit(event, context, true);
+        return MStatus::kSuccess;
+    });
+}
+
+MStatus tqSarnContext::drawFeedback(MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&)
+{
+    return tq::guardEntryPoint(tq::logModule::kTool, "drawFeedback", [&]() -> MStatus {
+        if (!sourceIsMesh || !sourceIsValid)
+            return MStatus::kInvalidParameter;
+        // The frozen borders follow the camera and are rebuilt here while they are on.
+        if (!freezeBorder)
+            tq::setButtonChecked(tq::widget::kFreezeButton, false);
+        if (MHWRender::MFrameContext::userChangingViewContext()) {
+            MObject store = tq::findStoreNode();
+            if (!store.isNull()) {
+                MString text = tq::hostCommand::kDgDirty;
+                text += MFnDependencyNode(store).name();
+                logged(MGlobal::executeCommand(text, false, false), __LINE__);
+            }
+        }
+        return MStatus::kSuccess;
+    });
+}

@@ -1,0 +1,177 @@
+#pragma once
+// tqSarnContext: the interactive tool. The host makes one per context command (makeObj) and
+// keeps it; while it is the active tool it receives the view's mouse events and the Enter,
+// Backspace and Esc keys. It owns what is transient: the pixels of the gesture, the stroke
+// being drawn, the closest-point intersector and the ray accelerator over the source mesh,
+// and the row and mesh snapshots of the operation at hand. What must outlive a gesture goes
+// to the scene store; nothing of the store is cached here.
+//
+// There is no state variable. The state follows from the gesture flags, the store and the
+// host's calls:
+//
+//   not active ──toolOnSetup──► ready ──press──► gesture ──release──► ready
+//                                 ▲                                     │
+//                                 └── Enter / Esc / tool change ◄── strokes or anchors
+//                                                                   pending on the store
+//
+// Each handler is a straight sequence of independent tests on the button and the modifiers;
+// the order of those tests is the behaviour, and more than one may run for one event. A left
+// drag grows `currentStroke` on the source surface; the release hands it to a new tool
+// command, which appends it to the store's working strokes; Enter turns two of them into a
+// sarn on the retopo mesh through one undoable tool command.
+//
+// The handlers live in three files by role: the class and its lifecycle (tqSarnContext.cpp),
+// stroke capture (strokeCapture.cpp) and the event dispatch with its actions
+// (eventDispatch.cpp, keyActions.cpp).
+
+#include "command/patchFeed.h"
+#include "command/storeState.h"
+
+#include <maya/M3dView.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MFnMesh.h>
+#include <maya/MIntArray.h>
+#include <maya/MMatrix.h>
+#include <maya/MMeshIntersector.h>
+#include <maya/MMessage.h>
+#include <maya/MPoint.h>
+#include <maya/MPointArray.h>
+#include <maya/MPxContext.h>
+#include <maya/MStatus.h>
+
+class tqSarnToolCmd;
+
+class tqSarnContext : public MPxContext {
+public:
+    tqSarnContext();
+    ~tqSarnContext() override;
+
+    void toolOnSetup(MEvent& event) override;
+    void toolOffCleanup() override;
+    MStatus doPress(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                    const MHWRender::MFrameContext& context) override;
+    MStatus doRelease(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                      const MHWRender::MFrameContext& context) override;
+    MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                   const MHWRender::MFrameContext& context) override;
+    MStatus drawFeedback(MHWRender::MUIDrawManager& drawMgr, const MHWRender::MFrameContext& context) override;
+    MStatus doPtrMoved(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                       const MHWRender::MFrameContext& context) override;
+    void deleteAction() override;
+    void completeAction() override;
+    void abortAction() override;
+
+    // Lifecycle pieces. Each returns its status and logs nothing of its own unless said.
+    // Refreshes sourceIsMesh and sourceIsValid: kSuccess for a mesh source, kUnknownParameter
+    // for a source that is no mesh, kInvalidParameter (flags untouched) with no source.
+    MStatus checkSourceMesh();
+    // The intersector, the accelerator and the store's inputNormals, from the source mesh.
+    MStatus buildIntersector();
+    // positionsBefore becomes every world position of the retopo mesh.
+    MStatus capturePositions();
+    // Empties the store's strokes, anchors, shadow and markers; the retopo mesh is kept.
+    MStatus resetSession();
+    MStatus showActivationInfo();
+    bool isClosedFigure() const { return figureMode == 2 || figureMode == 3; }
+    // Empties the anchor selections here and the anchor chain on the store.
+    MStatus clearAnchors();
+
+    // Set by the context command's flags.
+    void setFigure(int mode) { figureMode = mode; }
+    void setSlice() { sliceStroke = true; }
+    void setFreezeBorder(bool on) { freezeBorder = on; }
+    void setFreezeMedian(bool on) { freezeMedian = on; }
+    void setMoveBrush(bool on);
+    int figure() const { return figureMode; }
+    bool intersectorBuilt() const { return intersector.isCreated(); }
+
+    // Stroke capture on the source surface.
+    // The surface point under pixel (x, y), or the glue target in glue mode.
+    MPoint castStrokeRay(bool& hitFound, short x, short y);
+    void recordFirstHit(const MPoint& hit);
+    // Grows currentStroke by one sample; returns the preview against the anchor chain.
+    MPointArray addStrokeSample(const MPoint& hit, const MEvent& event);
+    // Casts every point anew towards the camera; points no ray reaches are dropped.
+    void projectStrokeToSource(MPointArray& points);
+    void lazySmoothTail();
+    void updateHoverHit(const MEvent& event, const MHWRender::MFrameContext& frameContext, bool storeHit);
+    MPoint nearestFaceVertex(int faceId, const MPoint& point);
+
+    const MPointArray& stroke() const { return currentStroke; }
+
+private:
+    MStatus press(MEvent& event);
+    MStatus drag(MEvent& event, const MHWRender::MFrameContext& frameContext);
+    MStatus release(MEvent& event, const MHWRender::MFrameContext& frameContext);
+    MStatus storeStroke(MEvent& event, const MHWRender::MFrameContext& frameContext);
+    MStatus redrawFromStroke(tqSarnToolCmd* command);
+    MStatus sendStrokeToCommand();
+    MStatus appendPatchFromStroke();
+    MStatus continueSarn(tqSarnToolCmd* command);
+    MStatus createSarnPatch();
+    MStatus finishSarnLoop();
+    MStatus anchorStepBack();
+    MStatus mergeMagnetVertices();
+    tqSarnToolCmd* makeToolCommand();
+    MStatus refreshView(bool all, bool force);
+
+    static void onUndo(void* clientData);
+    static void onToolChanged(void* clientData);
+
+    MCallbackId undoCallbackId = 0;
+    MCallbackId toolChangedCallbackId = 0;
+    MIntArray magnetVertices;
+    MMeshIntersector intersector;
+    MMeshIsectAccelParams accelParams;
+    MPointArray positionsBefore;
+    int figureMode = 0;
+    bool moveBrushHover = false;
+    bool relaxBrushOn = false;
+    bool moveBrushOn = false;
+    bool redrawStroke = false;
+    bool bridgeStroke = false;
+    bool freezeBorder = false;
+    bool freezeMedian = false;
+    bool twistActive = false;
+    bool moveBrushActive = false;
+    bool sliceStroke = false;
+    bool reverseFigure = false;
+    bool reverseBridge = false;
+    MPoint firstHit;
+    MPoint glueHit;
+    int moveHit = -1;
+    MIntArray moveVertices;
+    MPointArray moveBasePoints;
+    MDoubleArray moveWeights;
+    MPointArray sliceFront;
+    MPointArray sliceBack;
+    double relaxFactor = 0.0;
+    double relaxRadiusValue = 0.0;
+    MPoint brushHitPoint;
+    double markerAngle = 0.0;
+    MIntArray anchorVertices;
+    MIntArray freezeBorderVertices;
+    MIntArray freezeMedianVertices;
+    MMatrix sourceMatrix;
+    MPointArray currentStroke;
+    MPointArray previewPoints;
+    M3dView view;
+    short bridgeDivBase = 0;
+    short spanBase = 0;
+    short lastY = 0;
+    short lastX = 0;
+    short curX = 0;
+    short curY = 0;
+    short pressX = 0;
+    short pressY = 0;
+    bool sourceIsValid = false;
+    bool sourceIsMesh = false;
+    MIntArray anchorPath;
+    MIntArray bridgeTargetEdges;
+    MIntArray bridgeTargetVertices;
+    MIntArray mergeTargetVertices;
+    tq::PatchFeed redoSnapshot;
+    tq::PatchFeed undoSnapshot;
+    tq::SpanIndices redoRows;
+    tq::SpanIndices undoRows;
+};
