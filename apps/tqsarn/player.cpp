@@ -478,7 +478,13 @@ void Player::playStep(const Step& step, json& record)
                 status = MS::kFailure;
         }
     } else if (step.kind == "command") {
-        const host::CommandOutput output = host::runCommand(d["text"].get<std::string>(), true);
+        // "$context" names the active tool's context, as the launch script's variable does in Maya.
+        std::string text = d["text"].get<std::string>();
+        for (std::size_t at = text.find("$context"); at != std::string::npos && !fContext.empty();
+             at = text.find("$context", at + fContext.size()))
+            text.replace(at, 8, fContext);
+        record["text"] = text;
+        const host::CommandOutput output = host::runCommand(text, true);
         status = output.status;
         record["result"] = output.text;
     } else if (step.kind == "press") {

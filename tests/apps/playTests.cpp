@@ -119,13 +119,15 @@ TEST_F(PlaySession, GesturesReachTheToolAtTheirPixels)
     {"kind": "press", "button": "middle", "shift": true, "ctrl": true, "at": {"pixel": [5, 6]}},
     {"kind": "release", "at": {"pixel": [5, 6]}},
     {"kind": "key", "key": "escape"},
-    {"kind": "undo"}
+    {"kind": "undo"},
+    {"kind": "command", "text": "testContext -e -level 4 $context"},
+    {"kind": "command", "text": "testContext -q -level $context"}
   ]
 })",
                          {"--context", "testContext"});
     ASSERT_EQ(run.code, tqsarn::kExitOk) << run.err;
     const json r = report();
-    ASSERT_EQ(r["steps"].size(), 9u);
+    ASSERT_EQ(r["steps"].size(), 11u);
     EXPECT_TRUE(r["setup"]["context"].is_string());
 
     // The session's camera is still the view's: project the world points as a user sees them.
@@ -147,6 +149,9 @@ TEST_F(PlaySession, GesturesReachTheToolAtTheirPixels)
     EXPECT_TRUE(has(logText(r["steps"][7]), "testContext.abortAction"));
     // The drag made one tool command, the release's x its value; undo takes it back.
     EXPECT_TRUE(has(logText(r["steps"][8]), "testToolCmd.undoIt 220"));
+    // Context flags reach the tool's context by the name the session knows it by.
+    EXPECT_EQ(r["steps"][10]["result"], "4");
+    EXPECT_EQ(r["steps"][10]["text"], "testContext -q -level " + r["setup"]["context"].get<std::string>());
 }
 
 TEST_F(PlaySession, WorldPointsMustLieOnTheVisibleScan)

@@ -105,6 +105,21 @@ TEST(SessionSchema, ExamplesConformAndNameRealScans)
     EXPECT_GE(examples, 1);
 }
 
+TEST(SessionSchema, ReadmeExampleConforms)
+{
+    std::ifstream in(TQSARN_README);
+    std::stringstream text;
+    text << in.rdbuf();
+    const std::string readme = text.str();
+    const std::size_t start = readme.find("```json\n");
+    ASSERT_NE(start, std::string::npos);
+    const std::size_t end = readme.find("```", start + 8);
+    tqsarn::Session session;
+    std::string error;
+    EXPECT_TRUE(tqsarn::parseSession(readme.substr(start + 8, end - start - 8), "README.md", session, &error)) << error;
+    EXPECT_EQ(session.steps.size(), 9u);
+}
+
 // ---- tqsarn info ----------------------------------------------------------------------------
 
 class ScanInfoTest : public TqsarnTest {};
