@@ -138,6 +138,16 @@ host::MeshArrays readScan(const std::string& path, ScanInfo* infoOut)
     return mesh;
 }
 
+// Strings, numbers and integers as the optionVar command's -sv, -fv and -iv; booleans as 0 or 1.
+bool setOptionVar(const std::string& name, const json& value)
+{
+    if (value.is_string())
+        return MGlobal::setOptionVarValue(name.c_str(), MString(value.get<std::string>().c_str()));
+    if (value.is_number_float())
+        return MGlobal::setOptionVarValue(name.c_str(), value.get<double>());
+    return MGlobal::setOptionVarValue(name.c_str(), value.is_boolean() ? int(value.get<bool>()) : value.get<int>());
+}
+
 MDagPath shapeOf(const MObject& transform)
 {
     MDagPath path;
@@ -243,14 +253,9 @@ void Player::setUp()
     }
     host::select(selection);
     if (fSession.document.contains("optionVars"))
-        for (auto& [name, value] : fSession.document["optionVars"].items()) {
-            if (value.is_string())
-                MGlobal::setOptionVarValue(name.c_str(), MString(value.get<std::string>().c_str()));
-            else if (value.is_number_float())
-                MGlobal::setOptionVarValue(name.c_str(), value.get<double>());
-            else
-                MGlobal::setOptionVarValue(name.c_str(), value.is_boolean() ? int(value.get<bool>()) : value.get<int>());
-        }
+        for (auto& [name, value] : fSession.document["optionVars"].items())
+            if (!setOptionVar(name, value))
+                throw PlayError{kExitBadSession, fSession.describe("/optionVars", "\"" + name + "\" cannot be set as an option variable")};
 
     // The first view looks at the scan from the front right, above.
     const double diagonal = std::max(fScanInfo.diagonal(), 1e-6);
@@ -466,17 +471,9 @@ void Player::playStep(const Step& step, json& record)
         if (status)
             status = host::setViewCamera(fView, camera);
     } else if (step.kind == "optionVars") {
-        for (auto& [name, value] : d["values"].items()) {
-            bool done = false;
-            if (value.is_string())
-                done = MGlobal::setOptionVarValue(name.c_str(), MString(value.get<std::string>().c_str()));
-            else if (value.is_number_float())
-                done = MGlobal::setOptionVarValue(name.c_str(), value.get<double>());
-            else
-                done = MGlobal::setOptionVarValue(name.c_str(), value.is_boolean() ? int(value.get<bool>()) : value.get<int>());
-            if (!done)
+        for (auto& [name, value] : d["values"].items())
+            if (!setOptionVar(name, value))
                 status = MS::kFailure;
-        }
     } else if (step.kind == "command") {
         // "$context" names the active tool's context, as the launch script's variable does in Maya.
         std::string text = d["text"].get<std::string>();
@@ -590,7 +587,14 @@ int Player::run()
             record["info1"] = optionVarText("tqSarn_info1");
             record["info2"] = optionVarText("tqSarn_info2");
             record["log"] = logSince(logStart);
-            failed += record["status"] == "failed";
+            if (record["status"] == "failed") {
+                ++failed;
+                fErr << "tqsarn: " << fSession.path << ":" << step.line << ": step " << step.number << " ("
+                     << step.kind << ") failed: " << record["error"].get<std::string>() << "\n";
+                for (const json& line : record["log"])
+                    if (line["level"] == "error")
+                        fErr << "  " << line["text"].get<std::string>() << "\n";
+            }
             skipped += record["status"] == "skipped";
             report["steps"].push_back(record);
         }

@@ -57,6 +57,7 @@ TEST_F(PlaySession, StepsWithoutGesturesReportAndWriteTheirOutputs)
     EXPECT_TRUE(has(run.out, "Played 7 steps")) << run.out;
     EXPECT_TRUE(has(run.out, "1 failed, 0 skipped"));
     EXPECT_TRUE(has(run.out, "9 faces (9 quads), 16 vertices"));
+    EXPECT_TRUE(has(run.err, "session.json:11: step 6 (command) failed: (kNotFound)"));
 
     const json r = report();
     ASSERT_EQ(r["steps"].size(), 7u) << r.dump(2);
@@ -212,13 +213,15 @@ TEST_F(PlaySession, ExampleSessionPlays)
     int frames = 0;
     for (const json& step : r["steps"]) {
         const bool undoRedo = step["kind"] == "undo" || step["kind"] == "redo";
-        if (hasTool || !undoRedo)
+        if (hasTool || !undoRedo) {
             EXPECT_NE(step["status"], "failed") << step.dump(2);
+        }
         frames += step.contains("png") && fs::exists(path("out/" + step["png"].get<std::string>()));
     }
     EXPECT_EQ(frames, 6);
-    if (hasTool)
+    if (hasTool) {
         EXPECT_EQ(r["retopo"]["quads"], r["retopo"]["faces"]);
+    }
 }
 
 } // namespace
