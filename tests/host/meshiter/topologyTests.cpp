@@ -159,7 +159,8 @@ TEST_F(FoldedPair, AWholeWalkGivesAComponentWalksCornerNormalsAndFollowsEdits)
     };
     MItMeshPolygon whole(path);
     for (int round = 0; round < 2; ++round) {
-        MItMeshPolygon part(path, component(MFn::kMeshPolygonComponent, {0, 1}));
+        MObject twoFaces = component(MFn::kMeshPolygonComponent, {0, 1});
+        MItMeshPolygon part(path, twoFaces);
         const std::vector<MVector> expected = cornerNormals(part);
         const std::vector<MVector> got = cornerNormals(whole);
         ASSERT_EQ(got.size(), 6u);
