@@ -110,9 +110,12 @@ MStatus tqSarnToolCmd::scratchPatch(const MDagPath& mesh, MMeshIsectAccelParams&
     reported(feedPatchNode(fnMesh, flip, node, newFaces), __LINE__);
     clearTweaks();
 
-    // An empty shape makes addPolygon build a mesh object of its own: its transform goes.
+    // An empty shape makes addPolygon build a mesh object of its own, whose faces reached the
+    // retopo mesh through the patch node: the throw-away object goes, its transform with it.
     if (oldCount == 0 && !owner.isNull()) {
-        const MString name = MFnDagNode(owner).fullPathName();
+        MFnDagNode ownerFn(owner);
+        MObject above = owner.hasFn(MFn::kTransform) ? owner : ownerFn.parent(0);
+        const MString name = above.hasFn(MFn::kTransform) ? MFnDagNode(above).fullPathName() : ownerFn.fullPathName();
         MString command = "if (`objExists ";
         command += name;
         command += "`) {delete ";

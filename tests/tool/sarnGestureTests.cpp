@@ -68,9 +68,17 @@ TEST_F(SarnGesture, TwoStrokesAndEnterMakeASarnOnTheScanThatUndoesInOneStep)
     EXPECT_TRUE(tq::hasShadow());
     EXPECT_EQ(host::undoQueueLength(), queued + 1);
 
-    // One undo takes the sarn away.
+    // One undo takes the sarn away with its history and its transform; redo brings it back.
     host::undo();
     EXPECT_TRUE(retopoMeshes().empty());
+    EXPECT_TRUE(host::nodeNames("tqPatchNode").empty());
+    EXPECT_EQ(host::nodeNames("transform").size(), 3u) << "scan, camera and store only";
+    host::redo();
+    ASSERT_EQ(retopoMeshes().size(), 1u);
+    EXPECT_EQ(MFnMesh(retopoMeshes()[0]).numPolygons(), 6 * 3);
+    MPointArray again;
+    MFnMesh(retopoMeshes()[0]).getPoints(again, MSpace::kWorld);
+    EXPECT_TRUE(plugintest::samePoints(again, vertices));
 }
 
 TEST_F(SarnGesture, EnterWithOneStrokeOnlyResetsTheLinesAndASelectedMeshReceivesTheSarn)

@@ -179,6 +179,27 @@ MStatus deleteHistory(const CommandCall& call, const std::vector<NodeBody*>& nod
     return MStatus::kSuccess;
 }
 
+// The exclusive history of every mesh shape among `nodes` and their DAG descendants.
+std::vector<NodePtr> historyOfDeleted(const std::vector<NodePtr>& nodes)
+{
+    std::vector<NodeBody*> shapes;
+    std::vector<NodeBody*> queue;
+    for (const NodePtr& n : nodes)
+        queue.push_back(n.get());
+    for (std::size_t i = 0; i < queue.size(); ++i) {
+        if (isMeshShape(queue[i]))
+            shapes.push_back(queue[i]);
+        for (NodeBody* child : queue[i]->children)
+            queue.push_back(child);
+    }
+    std::vector<NodePtr> out;
+    for (NodeBody* shape : shapes)
+        for (NodeBody* history : historyFeedingOnly(shape))
+            if (std::find(queue.begin(), queue.end(), history) == queue.end())
+                out.push_back(Scene::current().shared(history));
+    return out;
+}
+
 MStatus deleteCommand(const CommandCall& call, CommandValue&)
 {
     BuiltinArgs a;
@@ -206,12 +227,25 @@ MStatus deleteCommand(const CommandCall& call, CommandValue&)
             raw.push_back(n.get());
         return deleteHistory(call, raw);
     }
+    // History that fed only the deleted shapes goes with them, as the objects' inputs would
+    // otherwise be left feeding nothing; it is found once, before anything goes.
+    for (const NodePtr& history : historyOfDeleted(nodes))
+        nodes.push_back(history);
     auto removed = std::make_shared<std::vector<std::vector<Scene::DeletedNode>>>();
     auto remove = [nodes, removed] {
         removed->clear();
-        for (const NodePtr& n : nodes)
-            if (n->isAlive) // gone already as the child of an earlier one
-                removed->push_back(Scene::current().deleteNodeForUndo(n.get(), nullptr));
+        Scene& scene = Scene::current();
+        for (const NodePtr& n : nodes) {
+            if (!n->isAlive) // gone already as the child of an earlier one
+                continue;
+            NodeBody* parent = n->parent;
+            const bool hidden = isIntermediateShape(n.get());
+            removed->push_back(scene.deleteNodeForUndo(n.get(), nullptr));
+            // A transform that only held an intermediate shape of that history goes with it.
+            if (hidden && parent && parent != scene.world() && parent->isAlive && parent->type->isTransform &&
+                parent->children.empty())
+                removed->push_back(scene.deleteNodeForUndo(parent, nullptr));
+        }
     };
     remove();
     recordUndo(

@@ -18,18 +18,12 @@ namespace {
 
 PlugKey inMeshKey() { return PlugKey{Access::attribute(meshAttributes().inMesh), {}}; }
 
-bool isIntermediate(NodeBody* n)
-{
-    const AttributeBody* a = n->type->findAttribute("intermediateObject");
-    return a && readValue(n, PlugKey{a, {}}).num[0] != 0.0;
-}
-
 // History is made of dependency nodes and hidden shapes; a visible DAG node upstream is an
 // object of its own and ends the walk.
 bool canBeHistory(NodeBody* n)
 {
     return n && n->isAlive && n != Scene::current().world() &&
-           (!n->type->isDag || (n->type->isShape && isIntermediate(n)));
+           (!n->type->isDag || isIntermediateShape(n));
 }
 
 // The nodes upstream of the shape's inMesh that feed nothing but the shape and each other,
@@ -102,6 +96,22 @@ void copyShapeGeometry(NodeBody* source, NodeBody* copy)
     MObject own = shapeOwnGeometry(source);
     if (!own.isNull())
         setShapeGeometry(copy, own);
+}
+
+bool isIntermediateShape(NodeBody* n)
+{
+    if (!n->type->isShape)
+        return false;
+    const AttributeBody* a = n->type->findAttribute("intermediateObject");
+    return a && readValue(n, PlugKey{a, {}}).num[0] != 0.0;
+}
+
+std::vector<NodeBody*> historyFeedingOnly(NodeBody* shape)
+{
+    if (!isMeshShape(shape) || !hasHistory(shape))
+        return {};
+    const PlugSlot* in = shape->findSlot(inMeshKey());
+    return in && in->source.node ? historyOnlyFeeding(shape, in->source.node) : std::vector<NodeBody*>();
 }
 
 MStatus deleteConstructionHistory(NodeBody* shape)

@@ -7,6 +7,8 @@
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
 
+#include <vector>
+
 namespace host {
 
 // The shape's current geometry without its pnts tweaks, as a new mesh data object: with
@@ -23,5 +25,13 @@ void copyShapeGeometry(NodeBody* source, NodeBody* copy);
 // shapes, and transforms left empty by them). Writes what it did to the log. A shape with no
 // history keeps its geometry and only has pending in-place edits made its own.
 MStatus deleteConstructionHistory(NodeBody* shape);
+
+// A shape with intermediateObject set: hidden history, not an object of its own.
+bool isIntermediateShape(NodeBody* node);
+
+// The history that would be left feeding nothing once `shape` is gone: the nodes upstream of
+// its inMesh that feed only it and each other, nearest first. Empty for a shape without
+// history and for other nodes.
+std::vector<NodeBody*> historyFeedingOnly(NodeBody* shape);
 
 } // namespace host

@@ -103,6 +103,26 @@ TEST_F(MeshCommandTest, DeleteHistoryBakesAndIsUndone)
     EXPECT_NE(failing("delete -ch parentless").find("No object matches name: parentless"), std::string::npos);
 }
 
+TEST_F(MeshCommandTest, DeletingAShapeTakesTheHistoryThatFedOnlyIt)
+{
+    std::string source = addPlane("source");
+    std::string target = addPlane("target");
+    std::string other = addPlane("other");
+    run("createNode polyTweak -n tweak; connectAttr " + source + ".outMesh tweak.inputPolymesh; " +
+        "connectAttr tweak.output " + target + ".inMesh; createNode polyTweak -n shared; " +
+        "connectAttr shared.output " + other + ".inMesh; connectAttr shared.output tweak.inputPolymesh -f");
+    host::flushUndoQueue();
+
+    run("delete |target|" + target);
+    EXPECT_FALSE(exists("tweak")) << "it fed only the deleted shape";
+    EXPECT_TRUE(exists("shared")) << "it still feeds another object";
+    EXPECT_TRUE(exists(source)) << "a visible mesh is an object of its own";
+    EXPECT_TRUE(exists("target")) << "the transform stays";
+
+    ASSERT_TRUE(host::undo());
+    EXPECT_EQ(run("listHistory -ac " + target).items, (Items{target, "tweak", "shared"}));
+}
+
 // The poly-modifier pattern sends "delete -constructionHistory" through a modifier; the
 // modifier's undo brings the history back.
 TEST_F(MeshCommandTest, DeleteHistoryThroughAModifier)
