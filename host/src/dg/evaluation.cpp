@@ -10,6 +10,7 @@
 #include <maya/MPxNode.h>
 
 #include <algorithm>
+#include <atomic>
 #include <unordered_set>
 
 namespace host {
@@ -67,6 +68,7 @@ void dirtyOne(NodeBody* node, const PlugKey& key, Visited& visited)
 {
     if (!node || !node->isAlive || !visited.insert({node, key}).second)
         return;
+    bumpSceneStamp();
     PlugKey target = isComponentKey(key) ? componentOwner(key) : key;
     node->slot(target).dirty = true;
     notePendingDirty(node, key);
@@ -313,6 +315,7 @@ MStatus writeComponent(NodeBody* node, const PlugKey& key, int component, double
 
 void valueChangedInPlace(NodeBody* node, const PlugKey& key)
 {
+    bumpSceneStamp();
     Visited visited;
     visited.insert({node, key});
     PlugKey target = isComponentKey(key) ? componentOwner(key) : key;
@@ -350,8 +353,17 @@ bool isClean(NodeBody* node, const PlugKey& key)
     }
 }
 
+namespace {
+std::atomic<std::uint64_t> gSceneStamp{0};
+} // namespace
+
+std::uint64_t sceneStamp() { return gSceneStamp.load(std::memory_order_relaxed); }
+
+void bumpSceneStamp() { gSceneStamp.fetch_add(1, std::memory_order_relaxed); }
+
 MStatus connectPlugs(const PlugRef& source, const PlugRef& destination, bool force, std::string* error)
 {
+    bumpSceneStamp();
     auto fail = [&](MStatus::MStatusCode code, const std::string& why) {
         if (error)
             *error = why;
@@ -410,6 +422,7 @@ MStatus connectPlugs(const PlugRef& source, const PlugRef& destination, bool for
 
 MStatus disconnectPlugs(const PlugRef& source, const PlugRef& destination, std::string* error)
 {
+    bumpSceneStamp();
     if (!source.node || !destination.node) {
         if (error)
             *error = "a plug of the connection does not exist";

@@ -8,6 +8,7 @@
 
 #include <maya/MStatus.h>
 
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -32,6 +33,13 @@ MStatus writeValue(NodeBody* node, const PlugKey& key, const Value& value);
 MStatus writeComponent(NodeBody* node, const PlugKey& key, int component, double value);
 // After a data block handle changed a stored value in place: clean and propagate.
 void valueChangedInPlace(NodeBody* node, const PlugKey& key);
+
+// A count that moves on at every change that can alter what a plug reads or where a node
+// sits: values written, plugs dirtied, connections made or broken, nodes made, deleted or
+// reparented, mesh data edited in place. Readers that keep what they resolved (an iterator's
+// mesh and matrix) compare it to know that nothing has moved since.
+std::uint64_t sceneStamp();
+void bumpSceneStamp();
 
 // Marks the plug dirty and everything it affects.
 void markDirty(NodeBody* node, const PlugKey& key);

@@ -52,6 +52,7 @@ Scene& Scene::current()
 
 void Scene::reset()
 {
+    bumpSceneStamp();
     // Delete top-down so that DAG children go with their parents.
     while (!fNodes.empty()) {
         NodeBody* last = fNodes.back().get();
@@ -113,6 +114,7 @@ NodePtr Scene::shared(const NodeBody* node) const
 NodePtr Scene::createNode(const NodeType* type, const std::string& requestedName, NodeBody* parent,
                           MStatus* status, NodePtr* madeParent)
 {
+    bumpSceneStamp();
     auto fail = [&](MStatus::MStatusCode code, const std::string& why) {
         if (status)
             *status = code;
@@ -176,6 +178,7 @@ NodePtr Scene::createNode(const NodeType* type, const std::string& requestedName
 
 void Scene::detachFromDag(NodeBody* node, std::size_t* position)
 {
+    bumpSceneStamp();
     if (!node->parent)
         return;
     auto& siblings = node->parent->children;
@@ -188,6 +191,7 @@ void Scene::detachFromDag(NodeBody* node, std::size_t* position)
 
 std::vector<Scene::DeletedNode> Scene::deleteNodeForUndo(NodeBody* node, MStatus* status)
 {
+    bumpSceneStamp();
     std::vector<DeletedNode> out;
     if (status)
         *status = MStatus::kSuccess;
@@ -222,6 +226,7 @@ std::vector<Scene::DeletedNode> Scene::deleteNodeForUndo(NodeBody* node, MStatus
 
 MStatus Scene::deleteNode(NodeBody* node)
 {
+    bumpSceneStamp();
     MStatus st;
     deleteNodeForUndo(node, &st);
     return st;
@@ -229,6 +234,7 @@ MStatus Scene::deleteNode(NodeBody* node)
 
 void Scene::restoreDeleted(const std::vector<DeletedNode>& deleted)
 {
+    bumpSceneStamp();
     for (auto it = deleted.rbegin(); it != deleted.rend(); ++it) {
         NodeBody* node = it->node.get();
         if (!node || node->isAlive || !node->px)
@@ -267,6 +273,7 @@ MStatus Scene::rename(NodeBody* node, const std::string& requested)
 
 MStatus Scene::reparent(NodeBody* node, NodeBody* newParent)
 {
+    bumpSceneStamp();
     if (!node || !node->isAlive || !node->type->isDag)
         return MStatus::kInvalidParameter;
     NodeBody* target = newParent ? newParent : fWorld.get();

@@ -313,27 +313,35 @@ struct BvhBuild {
         leaf->count = static_cast<int>(count);
         auto* triangles = reinterpret_cast<TriangleRecord*>(static_cast<char*>(memory) + kLeafHeader);
         for (size_t i = 0; i < count; ++i)
-            new (triangles + i) TriangleRecord(accel->fTriangles[primitives[i].primID]);
+            new (triangles + i) TriangleRecord(accel->triangle(primitives[i].primID));
         return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(memory) | 1u);
     }
 };
 
-MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int>* faces) : fVersion(mesh.version())
+TriangleRecord MeshAccelerator::triangle(unsigned int id) const
 {
-    const float* p = mesh.rawPoints();
+    const TriangleId& at = fTriangleIds[id];
+    const float* p = fMesh->rawPoints();
+    const int* ids = fMesh->polygonVertices(at.face);
+    TriangleRecord t;
+    for (int k = 0; k < 3; ++k) {
+        t.a[k] = p[3 * ids[0] + k];
+        t.b[k] = p[3 * ids[at.index + 1] + k];
+        t.c[k] = p[3 * ids[at.index + 2] + k];
+    }
+    t.face = at.face;
+    t.index = at.index;
+    return t;
+}
+
+MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int>* faces)
+    : fVersion(mesh.version()), fMesh(&mesh)
+{
+    // The triangles are named by face and fan index; their corners are read from the mesh when
+    // the leaves are made, so a dense mesh is not copied twice on the way into the tree.
     auto addFace = [&](int f) {
-        const int* ids = mesh.polygonVertices(f);
-        for (int i = 0, n = mesh.polygonSize(f) - 2; i < n; ++i) {
-            TriangleRecord t;
-            for (int k = 0; k < 3; ++k) {
-                t.a[k] = p[3 * ids[0] + k];
-                t.b[k] = p[3 * ids[i + 1] + k];
-                t.c[k] = p[3 * ids[i + 2] + k];
-            }
-            t.face = f;
-            t.index = i;
-            fTriangles.push_back(t);
-        }
+        for (int i = 0, n = mesh.polygonSize(f) - 2; i < n; ++i)
+            fTriangleIds.push_back(TriangleId{f, i});
     };
     fFaceNormals.assign(static_cast<std::size_t>(mesh.numPolygons()), MVector(0.0, 0.0, 0.0));
     if (faces) {
@@ -346,15 +354,16 @@ MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int
             fFaceNormals[f] = mesh.polygonNormal(f);
         }
     } else {
-        fTriangles.reserve(static_cast<std::size_t>(mesh.numFaceVertices() - 2 * mesh.numPolygons()));
+        fTriangleIds.reserve(static_cast<std::size_t>(mesh.numFaceVertices() - 2 * mesh.numPolygons()));
         for (int f = 0, n = mesh.numPolygons(); f < n; ++f) {
             addFace(f);
             fFaceNormals[f] = mesh.polygonNormal(f);
         }
     }
-    fTriangleCount = static_cast<int>(fTriangles.size());
+    fTriangleCount = static_cast<int>(fTriangleIds.size());
 
     // The scene's box over the finite vertices, and the pad that covers single precision.
+    const float* p = mesh.rawPoints();
     double largestCoordinate = 0;
     bool any = false;
     for (int v = 0; v < mesh.numVertices(); ++v) {
@@ -383,15 +392,23 @@ MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int
     }
     if (largestCoordinate <= kLargestCoordinate && embreeDevice())
         build();
+    if (!fUsable) {
+        // No tree: queries test every triangle of this list.
+        fTriangles.reserve(fTriangleIds.size());
+        for (unsigned int id = 0; id < fTriangleIds.size(); ++id)
+            fTriangles.push_back(triangle(id));
+    }
+    std::vector<TriangleId>().swap(fTriangleIds);
+    fMesh = nullptr; // the accelerator may outlive this version of the mesh
 }
 
 void MeshAccelerator::build()
 {
     const auto start = std::chrono::steady_clock::now();
     std::vector<RTCBuildPrimitive> primitives;
-    primitives.reserve(fTriangles.size());
-    for (std::size_t i = 0; i < fTriangles.size(); ++i) {
-        const TriangleRecord& t = fTriangles[i];
+    primitives.reserve(fTriangleIds.size());
+    for (unsigned int id = 0; id < fTriangleIds.size(); ++id) {
+        const TriangleRecord t = triangle(id);
         // No ray meets, and no point is nearest to, a triangle with a corner at infinity or NaN.
         if (!finite3(t.a) || !finite3(t.b) || !finite3(t.c))
             continue;
@@ -410,7 +427,7 @@ void MeshAccelerator::build()
         prim.upper_y = roundUp(hi[1] + fPad);
         prim.upper_z = roundUp(hi[2] + fPad);
         prim.geomID = 0;
-        prim.primID = static_cast<unsigned>(i);
+        prim.primID = id;
         primitives.push_back(prim);
     }
     auto finish = [&] {
@@ -449,7 +466,6 @@ void MeshAccelerator::build()
         }
     }
     fUsable = true;
-    std::vector<TriangleRecord>().swap(fTriangles); // the leaves hold them now
     finish();
 }
 

@@ -123,7 +123,16 @@ private:
     std::uint64_t fVersion = 0;
     bool fPartial = false;
     std::vector<int> fFaces;                // sorted, unique; only when partial
-    std::vector<TriangleRecord> fTriangles; // the build's input; kept only when there is no tree
+    // A triangle by its face and fan index, and its corners read from the mesh being built over.
+    struct TriangleId {
+        int face;
+        int index;
+    };
+    TriangleRecord triangle(unsigned int id) const;
+
+    const MeshGeometry* fMesh = nullptr;  // only while constructing
+    std::vector<TriangleId> fTriangleIds; // the build's input, dropped once the leaves hold them
+    std::vector<TriangleRecord> fTriangles; // kept only when there is no tree
     int fTriangleCount = 0;
     std::vector<MVector> fFaceNormals; // per face of the mesh; zero for faces it does not hold
     double fLo[3] = {0, 0, 0}, fHi[3] = {0, 0, 0};

@@ -1,6 +1,7 @@
 #include "mesh/meshData.h"
 
 #include "dg/access.h"
+#include "dg/evaluation.h"
 
 namespace host {
 
@@ -19,6 +20,7 @@ const MeshGeometry* meshOf(const MObject& data)
 
 MeshGeometry* editMeshOf(const MObject& data)
 {
+    bumpSceneStamp(); // a copy-on-write edit may give the data a new geometry
     auto body = Access::as<MeshDataBody>(data);
     return body ? &body->write() : nullptr;
 }

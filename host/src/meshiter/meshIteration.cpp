@@ -2,6 +2,9 @@
 
 #include "dg/access.h"
 #include "dg/componentBody.h"
+#include "dg/evaluation.h"
+#include "mesh/meshData.h"
+#include "mesh/meshNode.h"
 
 #include <memory>
 
@@ -90,7 +93,17 @@ MPoint SpaceMap::out(const MFloatPoint& p) const { return out(MPoint(p.x, p.y, p
 
 MPoint SpaceMap::out(const MPoint& p) const { return fWorld ? p * fMatrix : p; }
 
-MVector SpaceMap::outNormal(const MVector& n) const { return fWorld ? n.transformAsNormal(fMatrix) : n; }
+MVector SpaceMap::outNormal(const MVector& n) const
+{
+    if (!fWorld)
+        return n;
+    // MVector::transformAsNormal with the inverse made once for the map, not once per normal.
+    const auto& a = fInverse.matrix;
+    MVector result(n.x * a[0][0] + n.y * a[0][1] + n.z * a[0][2], n.x * a[1][0] + n.y * a[1][1] + n.z * a[1][2],
+                   n.x * a[2][0] + n.y * a[2][1] + n.z * a[2][2]);
+    result.normalize();
+    return result;
+}
 
 MPoint SpaceMap::in(const MPoint& p) const
 {
@@ -136,6 +149,9 @@ MStatus MeshIteration::attach(const MObject& object, const MDagPath& path, const
 void MeshIteration::detach()
 {
     fTarget = MeshTarget();
+    fResolvedData = MObject();
+    fResolvedMesh = nullptr;
+    fWorldMapKept = false;
     fWhole = true;
     fElements.clear();
     fPos = 0;
@@ -222,7 +238,22 @@ const MeshGeometry* MeshIteration::mesh(MStatus* status) const
             *status = MStatus::kInvalidParameter;
         return nullptr;
     }
-    return readMesh(fTarget, status);
+    if (fResolvedMesh && fMeshStamp == sceneStamp()) {
+        if (status)
+            *status = MStatus::kSuccess;
+        return fResolvedMesh;
+    }
+    fResolvedMesh = nullptr;
+    if (!fTarget.shape)
+        return readMesh(fTarget, status);
+    fResolvedData = shapeOutput(fTarget.shape, status);
+    const MeshGeometry* g = fResolvedData.isNull() ? nullptr : meshOf(fResolvedData);
+    // Stamped after the read: pulling the output may itself have computed and written.
+    if (g) {
+        fResolvedMesh = g;
+        fMeshStamp = sceneStamp();
+    }
+    return g;
 }
 
 const MeshGeometry* MeshIteration::currentMesh(MStatus* status) const
@@ -270,11 +301,18 @@ MStatus MeshIteration::space(MSpace::Space space, SpaceMap& map) const
     if (space <= MSpace::kInvalid || space >= MSpace::kLast)
         return MStatus::kInvalidParameter;
     map = SpaceMap();
+    if (space == MSpace::kWorld && fWorldMapKept && fWorldStamp == sceneStamp()) {
+        map = fWorldMap;
+        return MStatus::kSuccess;
+    }
     if (space == MSpace::kWorld && fTarget.path.isValid()) {
         map.fMatrix = fTarget.path.inclusiveMatrix();
         map.fWorld = !map.fMatrix.isEquivalent(MMatrix::identity, 0.0);
         if (map.fWorld)
             map.fInverse = map.fMatrix.inverse();
+        fWorldMap = map;
+        fWorldMapKept = true;
+        fWorldStamp = sceneStamp();
     }
     return MStatus::kSuccess;
 }

@@ -116,6 +116,15 @@ private:
     int fCurrent = -1;
     int fCountTotal = -1; // the element total the cached count was made for
     int fCount = 0;
+    // What `mesh` and `space` resolved, kept while the scene stamp stands still: a walk that
+    // asks each element for its data resolves the shape's output and its world matrix once,
+    // not once per call. The data object is held, so a kept geometry cannot be freed under it.
+    mutable MObject fResolvedData;
+    mutable const MeshGeometry* fResolvedMesh = nullptr;
+    mutable std::uint64_t fMeshStamp = 0;
+    mutable SpaceMap fWorldMap;
+    mutable bool fWorldMapKept = false;
+    mutable std::uint64_t fWorldStamp = 0;
     mutable std::vector<MVector> fVertexNormals;
     mutable std::uint64_t fNormalsVersion = 0;
     mutable const MeshGeometry* fNormalsMesh = nullptr;

@@ -234,6 +234,27 @@ TEST_F(WorldSpace, NormalsAreTransformedAsNormals)
     EXPECT_TRUE(near(MItGeometry(path).normal(MSpace::kWorld), kWorldNormal));
 }
 
+TEST_F(WorldSpace, AWalkSeesItsTransformAndMeshChangeUnderIt)
+{
+    MItMeshPolygon polygon(path);
+    MVectorArray normals;
+    ASSERT_TRUE(polygon.getNormals(normals, MSpace::kWorld));
+    EXPECT_TRUE(near(normals[0], kWorldNormal));
+    ASSERT_TRUE(host::setDouble("rig.rotateZ", 0.0));
+    polygon.next();
+    ASSERT_TRUE(polygon.getNormals(normals, MSpace::kWorld));
+    MItMeshPolygon fresh(path);
+    fresh.next();
+    MVector unrotated;
+    ASSERT_TRUE(fresh.getNormal(unrotated, MSpace::kWorld));
+    EXPECT_FALSE(near(unrotated, kWorldNormal));
+    EXPECT_TRUE(near(normals[0], unrotated)) << "the rotation is gone";
+    EXPECT_TRUE(near(polygon.center(MSpace::kWorld), fresh.center(MSpace::kWorld)));
+
+    MFnMesh(path).setPoint(polygon.vertexIndex(0), MPoint(10, 0, 0));
+    EXPECT_TRUE(near(polygon.point(0, MSpace::kObject), MPoint(10, 0, 0)));
+}
+
 TEST_F(WorldSpace, WorldPositionsAreWrittenThroughTheInverse)
 {
     MItMeshVertex it(path);
