@@ -10,6 +10,8 @@
 #include <maya/MFnVectorArrayData.h>
 #include <maya/MPlug.h>
 
+#include <utility>
+
 namespace tq {
 
 namespace {
@@ -63,8 +65,9 @@ MStatus readArray(const MString& name, Array& out, const MObject& node, bool nul
     DataFn fn(data, &status);
     if (status) {
         Array read = fn.array(&status);
+        // Moved, not copied: the scan's normals run to millions of vectors.
         if (status)
-            out = read;
+            out = std::move(read);
     }
     if (!status)
         status.pAPIerror(kModule, line, name.asChar());
