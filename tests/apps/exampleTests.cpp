@@ -29,11 +29,7 @@ namespace {
 
 using nlohmann::json;
 
-MPoint worldPoint(const json& point)
-{
-    const json& w = point.at("world");
-    return MPoint(w[0].get<double>(), w[1].get<double>(), w[2].get<double>());
-}
+MPoint xyz(const json& v) { return MPoint(v[0].get<double>(), v[1].get<double>(), v[2].get<double>()); }
 
 // The world points of each stroke of a session (press, drag, release), in order.
 std::vector<std::vector<MPoint>> strokesOf(const json& session)
@@ -44,7 +40,7 @@ std::vector<std::vector<MPoint>> strokesOf(const json& session)
             strokes.emplace_back();
         else if (step["kind"] == "drag")
             for (const json& p : step["points"])
-                strokes.back().push_back(worldPoint(p));
+                strokes.back().push_back(xyz(p.at("world")));
     }
     return strokes;
 }
@@ -189,9 +185,8 @@ TEST_F(ExampleSession, OverlayDrawsStrokesAndShadowRowsWhereTheirPointsProject)
     // The frame of the first two strokes, through the first camera: golden dots at their ends.
     const json& camera = session["steps"][0];
     ASSERT_EQ(camera["kind"], "camera");
-    auto point = [](const json& xyz) { return MPoint(xyz[0].get<double>(), xyz[1].get<double>(), xyz[2].get<double>()); };
-    ASSERT_TRUE(host::setViewCamera(host::activeView(),
-                                    host::makeCamera(point(camera["position"]), point(camera["target"]), camera["fov"].get<double>())));
+    const MObject first = host::makeCamera(xyz(camera["position"]), xyz(camera["target"]), camera["fov"].get<double>());
+    ASSERT_TRUE(host::setViewCamera(host::activeView(), first));
     QImage strokesFrame(QString::fromStdString(path("out/frame-009-first-strokes.png")));
     ASSERT_FALSE(strokesFrame.isNull());
     const QColor golden = onScreen(tq::overlay::kGoldenYellow);
@@ -237,7 +232,8 @@ TEST_F(ExampleSession, UndoInTheMiddleLeavesTheMeshOfASessionWithoutTheUndoneWor
     for (const json& step : r["steps"]) {
         if (step["kind"] == "undo" || step["kind"] == "redo") {
             EXPECT_EQ(step["status"], "failed");
-            undoRedo.push_back({step["kind"].get<std::string>(), step["retopo"]["faces"].get<int>(), step["log"].dump()});
+            undoRedo.push_back(
+                {step["kind"].get<std::string>(), step["retopo"]["faces"].get<int>(), step["log"].dump()});
         } else {
             EXPECT_EQ(step["status"], "ok") << step.dump(2);
         }
@@ -265,7 +261,8 @@ TEST_F(ExampleSession, UndoInTheMiddleLeavesTheMeshOfASessionWithoutTheUndoneWor
     ASSERT_EQ(undone.points.size(), never.points.size());
     for (std::size_t i = 0; i < undone.points.size(); ++i)
         EXPECT_NEAR(undone.points[i], never.points[i], 1e-6) << "coordinate " << i;
-    EXPECT_NEAR(r["retopo"]["maxDistance"].get<double>(), report("straight")["retopo"]["maxDistance"].get<double>(), 1e-9);
+    EXPECT_NEAR(r["retopo"]["maxDistance"].get<double>(),
+                report("straight")["retopo"]["maxDistance"].get<double>(), 1e-9);
 }
 
 } // namespace
