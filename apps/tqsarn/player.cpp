@@ -31,6 +31,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <sstream>
 
@@ -591,8 +592,9 @@ int Player::run()
                 ++failed;
                 fErr << "tqsarn: " << fSession.path << ":" << step.line << ": step " << step.number << " ("
                      << step.kind << ") failed: " << record["error"].get<std::string>() << "\n";
+                // The warnings too: a refused undo or redo says why only in one.
                 for (const json& line : record["log"])
-                    if (line["level"] == "error")
+                    if (line["level"] != "info")
                         fErr << "  " << line["text"].get<std::string>() << "\n";
             }
             skipped += record["status"] == "skipped";
@@ -621,16 +623,23 @@ int Player::run()
         return code;
     }
 
-    fOut << "Played " << fSession.steps.size() << " steps of " << fSession.path << " on " << fScanPath << " in "
-         << millisecondsSince(fStart) / 1000.0 << " s: " << failed << " failed, " << skipped << " skipped.\n";
+    // Two lines of summary, then where the outputs are.
+    std::ostringstream summary;
+    summary << std::fixed << std::setprecision(2) << "Played " << fSession.steps.size() << " steps of "
+            << fSession.path << " on " << fScanPath << " in " << millisecondsSince(fStart) / 1000.0
+            << " s: " << failed << " failed, " << skipped << " skipped.\n";
     if (report["retopo"].is_null()) {
-        fOut << "No retopo mesh.\n";
+        summary << "No retopo mesh.\n";
     } else {
         const json& q = report["retopo"];
-        fOut << "Retopo mesh " << q["mesh"].get<std::string>() << ": " << q["faces"] << " faces (" << q["quads"]
-             << " quads), " << q["vertices"] << " vertices, " << q["maxDistance"].get<double>()
-             << " at most from the scan.\n";
+        const double maxDistance = q["maxDistance"].get<double>();
+        summary << "Retopo mesh " << q["mesh"].get<std::string>() << ": " << q["faces"] << " faces ("
+                << q["quads"] << " quads), " << q["vertices"] << " vertices, at most "
+                << std::defaultfloat << std::setprecision(3) << maxDistance << " from the scan ("
+                << std::fixed << std::setprecision(2) << 100.0 * maxDistance / std::max(fScanInfo.diagonal(), 1e-12)
+                << "% of its diagonal).\n";
     }
+    fOut << summary.str();
     fOut << "Outputs in " << fs::absolute(fOptions.outDir).string() << ": report.json";
     for (const std::string& file : fOutputs)
         fOut << ", " << file;
