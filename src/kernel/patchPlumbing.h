@@ -16,7 +16,8 @@
 
 namespace tq {
 
-// The node type and the attach command, as the scene and the command language know them.
+// The node type and the attach command, as the scene and the command language know them;
+// the node and command classes register under these.
 constexpr const char* kPatchNodeTypeName = "tqPatchNode";
 constexpr const char* kPatchCommandName = "tqPatchCmd";
 

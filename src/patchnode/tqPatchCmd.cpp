@@ -3,6 +3,8 @@
 #include "patchnode/patchDiagnostics.h"
 #include "patchnode/tqPatchNode.h"
 
+#include "kernel/patchPlumbing.h"
+
 #include <maya/MArgDatabase.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>
@@ -19,7 +21,7 @@ constexpr const char* kDefaultNodeName = "tqPatch";
 
 } // namespace
 
-const MString tqPatchCmd::commandName("tqPatchCmd");
+const MString tqPatchCmd::commandName(tq::kPatchCommandName);
 
 tqPatchCmd::tqPatchCmd() = default;
 tqPatchCmd::~tqPatchCmd() = default;

@@ -2,6 +2,8 @@
 
 #include "patchnode/patchDiagnostics.h"
 
+#include "kernel/patchPlumbing.h"
+
 #include <maya/MDataHandle.h>
 #include <maya/MFloatArray.h>
 #include <maya/MFnData.h>
@@ -23,7 +25,7 @@
 using tq::logIfFailed;
 
 const MTypeId tqPatchNode::id(0x80026);
-const MString tqPatchNode::typeName("tqPatchNode");
+const MString tqPatchNode::typeName(tq::kPatchNodeTypeName);
 const MString tqPatchNode::drawDbClassification("drawdb/geometry/tqPatch");
 
 MObject tqPatchNode::numpolys;

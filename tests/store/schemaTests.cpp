@@ -102,35 +102,10 @@ TEST_F(StoreSchema, AttributesAsDeclaredAndInTheirFileOrder)
     }
 }
 
-// Stands in for the store's draw override while the plug-in registers none: the test only
-// needs to see when the host updates the node's drawing.
-class ProbeOverride : public MHWRender::MPxDrawOverride {
-public:
-    explicit ProbeOverride(const MObject& obj) : MHWRender::MPxDrawOverride(obj, nullptr, false) {}
-    MUserData* prepareForDraw(const MDagPath&, const MDagPath&, const MHWRender::MFrameContext&,
-                              MUserData* oldData) override
-    {
-        return oldData;
-    }
-    static MHWRender::MPxDrawOverride* creator(const MObject& obj) { return new ProbeOverride(obj); }
-};
-
-struct ProbeRegistration {
-    bool registered = host::pluginRegistrations(plugintest::kPluginName).drawOverrides.empty() &&
-                      MHWRender::MDrawRegistry::registerDrawOverrideCreator(tqSarn::drawDbClassification, "probe",
-                                                                            ProbeOverride::creator);
-    ~ProbeRegistration()
-    {
-        if (registered)
-            MHWRender::MDrawRegistry::deregisterDrawOverrideCreator(tqSarn::drawDbClassification, "probe");
-    }
-};
-
 // The net only dirties: it redraws the overlay for sizes alone, and its cycles and the
 // strokes it dirties keep what was stored.
 TEST_F(StoreSchema, DirtyingRedrawsOnlyForSizesAndLosesNothing)
 {
-    ProbeRegistration probe;
     MObject store = makeStore();
     auto redrawn = [] {
         const host::FrameRecords frame = host::drawFrame();

@@ -6,6 +6,9 @@
 
 #include "host/log.h"
 
+#include <maya/MGlobal.h>
+#include <maya/MStringArray.h>
+
 namespace host {
 
 bool BuiltinArgs::parse(const CommandCall& call, const std::vector<FlagRule>& flags)
@@ -110,6 +113,18 @@ void changeSelection(const MSelectionList& next)
     MSelectionList previous = activeSelection();
     setActiveSelection(next);
     recordUndo([previous] { setActiveSelection(previous); }, [next] { setActiveSelection(next); });
+}
+
+std::vector<std::string> selectionNames()
+{
+    MSelectionList active;
+    MStringArray names;
+    MGlobal::getActiveSelectionList(active); // without the items of nodes deleted since
+    active.getSelectionStrings(names);
+    std::vector<std::string> out;
+    for (unsigned i = 0; i < names.length(); ++i)
+        out.push_back(names[i].asChar());
+    return out;
 }
 
 bool& constructionHistoryOn()

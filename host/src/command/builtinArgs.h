@@ -57,6 +57,8 @@ class NodeBody;
 std::string nodePathName(const NodeBody* node);
 // Replaces the active selection and records the change for undo.
 void changeSelection(const MSelectionList& next);
+// The active selection as selection strings: what a command acts on when given no operands.
+std::vector<std::string> selectionNames();
 
 // Whether construction history is on (constructionHistory -toggle); on in a new session.
 bool& constructionHistoryOn();

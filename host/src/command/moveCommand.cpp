@@ -105,14 +105,8 @@ MStatus moveCommand(const CommandCall& call, CommandValue&)
     const bool relative = a.has("relative");
     const bool worldSpace = !a.has("objectSpace");
     std::vector<std::string> items(operands.begin() + 3, operands.end());
-    if (items.empty()) {
-        MSelectionList active;
-        MStringArray names;
-        MGlobal::getActiveSelectionList(active);
-        active.getSelectionStrings(names);
-        for (unsigned i = 0; i < names.length(); ++i)
-            items.push_back(names[i].asChar());
-    }
+    if (items.empty())
+        items = selectionNames();
     if (items.empty())
         return commandError(call, "Not enough objects or values.");
 

@@ -37,18 +37,6 @@ bool addressableName(const std::string& name)
     return !name.empty() && name.find_first_of("|.[] \t\n\r") == std::string::npos;
 }
 
-std::vector<std::string> selectionNames()
-{
-    MSelectionList active;
-    MStringArray names;
-    MGlobal::getActiveSelectionList(active);
-    active.getSelectionStrings(names);
-    std::vector<std::string> out;
-    for (unsigned i = 0; i < names.length(); ++i)
-        out.push_back(names[i].asChar());
-    return out;
-}
-
 MStatus createNodeCommand(const CommandCall& call, CommandValue& result)
 {
     BuiltinArgs a;

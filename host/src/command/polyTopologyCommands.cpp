@@ -62,14 +62,8 @@ const char* kindName(MFn::Type kind) { return kind == MFn::kMeshVertComponent ? 
 MStatus gatherComponents(const CommandCall& call, const TopologyOperation& op, std::vector<std::string> items,
                          NodeBody*& shape, std::vector<int>& elements)
 {
-    if (items.empty()) {
-        MSelectionList active;
-        MStringArray names;
-        MGlobal::getActiveSelectionList(active);
-        active.getSelectionStrings(names);
-        for (unsigned i = 0; i < names.length(); ++i)
-            items.push_back(names[i].asChar());
-    }
+    if (items.empty())
+        items = selectionNames();
     if (items.empty())
         return commandError(call, std::string("no ") + kindName(op.componentKind) + " components given or selected");
     shape = nullptr;
