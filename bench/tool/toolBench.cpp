@@ -5,7 +5,9 @@
 //   - one drag event on a stroke of 300 points (a new sample, then every point re-cast onto
 //     the surface), beside 300 host allIntersections with the re-cast's settings;
 //   - Enter on two strokes making a 20 x 10 sarn, beside one host allIntersections per new
-//     vertex with the projection's settings.
+//     vertex with the projection's settings;
+//   - one drag event of the middle-Shift gesture (the last sarn generated again with other
+//     spans) on a retopo mesh of 10k quads: four sarns of 50 x 50.
 // The argument is the triangle target in thousands.
 
 #include "kernel/screen.h"
@@ -257,12 +259,80 @@ void BM_FloorSarnVertexProjections(benchmark::State& state)
     state.counters["rays"] = double(rays.size());
 }
 
+// Four sarns of 50 x 50 quads, side by side across the body, on one retopo mesh: 10k quads,
+// the last sarn the one a middle-Shift drag changes. Made once per scene; false when the
+// strokes did not give the quads.
+bool tenThousandQuads(const Scene& s, MDagPath& retopo)
+{
+    static const Scene* madeOn = nullptr;
+    static MDagPath made;
+    if (madeOn != &s) {
+        madeOn = &s;
+        MGlobal::clearSelectionList();
+        // Quads of a few pixels: vertices merge only where they meet exactly.
+        MGlobal::setOptionVarValue("tq_mergThreshold", 1e-6);
+        MGlobal::setOptionVarValue("tq_uspan", 50);
+        MGlobal::setOptionVarValue("tq_vspan", 50);
+        for (int band = 0; band < 4; ++band) {
+            for (int y : {kStrokeY - 45 * band, kStrokeY - 45 * band - 35}) {
+                host::mousePress(kStrokeX0, y);
+                for (int i = 0; i < 40; ++i)
+                    host::mouseDrag(pixelOf(i, 40), y);
+                host::mouseRelease(kStrokeX1, y);
+            }
+            host::pressKey(host::Key::kEnter);
+        }
+        host::flushUndoQueue();
+        made = tq::getActiveMeshPath();
+    }
+    retopo = made;
+    return retopo.isValid() && MFnMesh(retopo).numPolygons() == 4 * 50 * 50;
+}
+
+void BM_SpanDragEventOn10kQuads(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    host::setToolTo(activeTool(false));
+    MDagPath retopo;
+    if (!tenThousandQuads(s, retopo)) {
+        state.SkipWithError("the four sarns were not made");
+        return;
+    }
+    const host::Modifiers shift{true, false};
+    constexpr int kX = 640, kY = 480;
+    int spans = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        host::mousePress(kX, kY, host::MouseButton::kMiddle, shift);
+        state.ResumeTiming();
+        host::mouseDrag(kX - 25, kY, shift); // one span fewer
+        state.PauseTiming();
+        spans = MGlobal::optionVarIntValue("tq_vspan");
+        host::mouseRelease(kX - 25, kY, shift);
+        host::undo();
+        host::flushUndoQueue();
+        MGlobal::setOptionVarValue("tq_uspan", 50);
+        MGlobal::setOptionVarValue("tq_vspan", 50);
+        state.ResumeTiming();
+    }
+    host::setToolTo("selectSuperContext");
+    MGlobal::removeOptionVar("tq_mergThreshold");
+    state.counters["triangles"] = s.triangles;
+    state.counters["quads"] = MFnMesh(retopo).numPolygons();
+    state.counters["spans"] = spans;
+}
+
 // Sizes in thousands of triangles; each size's benchmarks run together on one scene.
 BENCHMARK(BM_Activation)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_DragEventOn300PointStroke)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_Floor300StrokeRecasts)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_EnterMakesA20x10Sarn)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_FloorSarnVertexProjections)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SpanDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Activation)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_DragEventOn300PointStroke)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Floor300StrokeRecasts)->Arg(5000)->Unit(benchmark::kMillisecond);

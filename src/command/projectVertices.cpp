@@ -13,11 +13,16 @@
 #include <maya/MFloatPoint.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MFloatVector.h>
+#include <maya/MFloatVectorArray.h>
+#include <maya/MFnMesh.h>
+#include <maya/MFnVectorArrayData.h>
 #include <maya/MIntArray.h>
 #include <maya/MItGeometry.h>
 #include <maya/MItMeshVertex.h>
 #include <maya/MPointArray.h>
 #include <maya/MVectorArray.h>
+
+#include <utility>
 
 namespace tq {
 
@@ -61,10 +66,17 @@ bool projectVertices(const MDagPath& meshPath, MObject& vertices, MMeshIsectAcce
     if (vertices.isNull())
         return opposesSource(source, status);
 
-    MVectorArray faceNormals;
-    MStatus normalsStatus = readVectorArrayAttr(storeAttr::kInputNormals, faceNormals, findStoreNode());
+    // The stored normals are one per source face (millions on a dense scan): only those of
+    // the faces hit are read, through the attribute's data, instead of a copy of them all on
+    // every projection (each drag event of a live change of spans projects).
+    MStatus normalsStatus;
+    const MObject normalsData = readArrayData(storeAttr::kInputNormals, findStoreNode(), normalsStatus);
     if (!normalsStatus)
         normalsStatus.pAPIerror(kModule, __LINE__, "projectVertices: inputNormals");
+    MFnVectorArrayData faceNormals;
+    unsigned int normalCount = 0;
+    if (!normalsData.isNull() && faceNormals.setObject(normalsData))
+        normalCount = faceNormals.length();
 
     MDagPath path = meshPath;
     if (!path.isValid())
@@ -76,14 +88,24 @@ bool projectVertices(const MDagPath& meshPath, MObject& vertices, MMeshIsectAcce
     MPointArray positions;
     it.allPositions(positions, MSpace::kWorld);
 
+    // The vertex normals of the whole mesh in one call, looked up by the walk's index: a call
+    // per vertex would find the mesh and its world matrix again each time.
+    MFloatVectorArray vertexNormals;
+    MFnMesh walked(path, &status);
+    if (!status || !(status = walked.getVertexNormals(true, vertexNormals, MSpace::kWorld)))
+        return false;
+
     int vote = 0;
     MFloatPointArray hitPoints;
     MFloatArray hitParams;
     MIntArray hitFaces;
-    for (unsigned int i = 0; !it.isDone(); it.next(), ++i) {
-        const float maxDistance = static_cast<float>(tqSarnToolCmd::distanceSnap());
-        const MPoint position = it.position(MSpace::kWorld);
-        const MVector normal = it.normal(MSpace::kWorld);
+    const float maxDistance = static_cast<float>(tqSarnToolCmd::distanceSnap());
+    for (unsigned int i = 0; !it.isDone() && i < positions.length(); it.next(), ++i) {
+        const int vertex = it.index();
+        if (vertex < 0 || static_cast<unsigned int>(vertex) >= vertexNormals.length())
+            continue;
+        const MPoint position = positions[i];
+        const MVector normal(vertexNormals[static_cast<unsigned int>(vertex)]);
         const MFloatPoint raySource(float(position.x), float(position.y), float(position.z));
         const MFloatVector rayDirection(float(-normal.x), float(-normal.y), float(-normal.z));
         const bool hit = source.allIntersections(raySource, rayDirection, nullptr, nullptr, false, MSpace::kWorld,
@@ -95,11 +117,10 @@ bool projectVertices(const MDagPath& meshPath, MObject& vertices, MMeshIsectAcce
         const int face = hitFaces[k];
         // A source face past the stored normals (a source edited since activation) votes
         // against, as an opposing normal would.
-        const bool agrees = face >= 0 && static_cast<unsigned int>(face) < faceNormals.length() &&
-                            faceNormals[static_cast<unsigned int>(face)] * normal > 0.0;
+        const bool agrees = face >= 0 && static_cast<unsigned int>(face) < normalCount &&
+                            std::as_const(faceNormals)[static_cast<unsigned int>(face)] * normal > 0.0;
         vote += agrees ? 1 : -1;
-        if (i < positions.length())
-            positions[i] = MPoint(hitPoints[k]);
+        positions[i] = MPoint(hitPoints[k]);
     }
     MStatus written = it.setAllPositions(positions, MSpace::kWorld);
     if (!written)

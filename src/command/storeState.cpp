@@ -18,6 +18,20 @@ MStatus failed(const MStatus& status, int line)
 
 } // namespace
 
+MStatus readSpanIndices(SpanIndices& indices)
+{
+    SpanIndices read;
+    MStatus status;
+    read.playerVertices = readPlayerVertices(status);
+    if (!status)
+        return failed(status, __LINE__);
+    status = readShadowIndices(read.shadowIndices1, read.shadowIndices2, read.shadowIndices3);
+    if (!status)
+        return failed(status, __LINE__);
+    indices = read;
+    return MStatus::kSuccess;
+}
+
 MStatus readStoreState(StoreState& state)
 {
     StoreState read;

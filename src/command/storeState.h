@@ -40,6 +40,10 @@ MStatus readStoreState(StoreState& state);
 // grows); with no saved shadow rows at all, the player row stands as row 2 in both faces.
 MStatus writeStoreState(const StoreState& state);
 
+// Reads the player vertices and the three shadow index rows. A failing read is logged and
+// returned, with `indices` left as it was.
+MStatus readSpanIndices(SpanIndices& indices);
+
 // Writes the index rows back, with the player row's positions read off the retopo mesh.
 MStatus writeSpanIndices(const SpanIndices& indices);
 

@@ -135,9 +135,7 @@ MStatus tqSarnToolCmd::doIt(const MArgList& args)
             status = parsed.getFlagArgument(setFlagName(parsed, kVSpanFlag, kVSpanFlagLong), 0, vSpans);
             if (!status)
                 return reported(status, __LINE__);
-            // The rebuild of the last sarn with new spans is not part of this build yet.
-            MGlobal::displayError("tqSarnCmd: -uspan and -vspan: changing the spans of a sarn is not available yet");
-            return MStatus::kFailure;
+            return changeSpansFromFlags(uSpans, vSpans);
         }
         if (isFlagSet(parsed, kCloseFlag, kCloseFlagLong)) {
             fMode = kCloseStrokes;

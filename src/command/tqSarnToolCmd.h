@@ -123,6 +123,35 @@ public:
     // reversed in `polyconnect`, while the normals, corner lists and UVs keep the mesh's order.
     MStatus feedPatchNode(MFnMesh& fnMesh, bool flip, const MObject& patchNode, const MIntArray& newFaces);
 
+    // ---- regenerators of the last patch: its patch node passes its input through while the
+    // faces are built again on the mesh as it was before the patch, is fed the result and
+    // switched on again. The node keeps its name; nothing is added to the history.
+
+    // The shadow's first row swept anew along the one non-destructive stroke (a patch made
+    // along one stroke). A stroke of fewer than 2 points changes nothing.
+    MStatus redrawAlongStroke(const MDagPath& meshPath, MMeshIsectAccelParams& accelParams);
+    // The patch between the shadow's rows as they stand, with the present spans. The far row
+    // becomes the player row.
+    MStatus rebuildPatchFromShadow(const MDagPath& meshPath, MMeshIsectAccelParams& accelParams, bool closedFlag);
+    // The patch between the non-destructive strokes (a sarn from scratch), with the present
+    // spans. Fewer than 2 rows or no patch node: nothing done, kSuccess.
+    MStatus redrawPatchFromStrokes(const MDagPath& meshPath, MMeshIsectAccelParams& accelParams, bool closedFlag);
+    // Every world position of the mesh, with `vertices` moved onto `stroke`, spread by arc
+    // length from its first point to its last.
+    static MStatus placeVerticesOnStroke(const MPointArray& stroke, const MIntArray& vertices,
+                                         const MDagPath& meshPath, MPointArray& positions);
+    // Mode 4: the shadow's middle row becomes `stroke` and the patch is built again; undo and
+    // redo move the vertices between `positionsBefore` and the result. Finalizes.
+    MStatus redrawPatch(const MPointArray& stroke, const MPointArray& positionsBefore,
+                        MMeshIsectAccelParams& accelParams, bool closedFlag, const tq::SpanIndices& beforeRows,
+                        const tq::SpanIndices& afterRows);
+    // Mode 3: the player row's vertices move onto `stroke`, no change of topology. Finalizes.
+    MStatus redrawBoundary(const MPointArray& stroke, const MPointArray& positionsBefore,
+                           const tq::SpanIndices& beforeRows, const MIntArray& afterPlayerVertices);
+    // The last patch generated again with the option variables' spans, by the regenerator
+    // that the shadow's state calls for. An empty shadow is success with nothing done.
+    MStatus changeSpans(MMeshIsectAccelParams& accelParams, bool closedFlag);
+
     // A finished stroke joins the store's working strokes. Empty points: kInvalidParameter.
     MStatus appendStroke(const MPointArray& points);
     // Writes each working stroke's first point over its last. No store is success.
@@ -168,6 +197,7 @@ private:
     unsigned int lastVSpans = 0;   // noted by a change of spans, read by nothing
 
     MStatus setPositions(Mode mode, const MPointArray& before, const MPointArray& after);
+    MStatus changeSpansFromFlags(unsigned int uSpans, unsigned int vSpans);
     MStatus runRedo(const MDagPath& mesh);
     MStatus runUndo(const MDagPath& mesh);
     MStatus attachAndFeed(const MDagPath& mesh);

@@ -259,8 +259,11 @@ MStatus tqPatchNode::computeOutput(const MPlug& plug, MDataBlock& dataBlock) con
         if (positions.length() > 0) {
             // Moved on the output's share of the mesh: moving the input's would change this
             // block's cached input, and a later pass would start from moved points.
+            // A list of another length is the normal case while the tool generates a patch
+            // again (the stored mesh has the patch, the input not): the iterator would refuse
+            // it, and the input goes through as it is, without an error line per drag event.
             MItGeometry vertices(output, false, &status);
-            if (logIfFailed(status, __LINE__))
+            if (logIfFailed(status, __LINE__) && vertices.count() == static_cast<int>(positions.length()))
                 logIfFailed(vertices.setAllPositions(positions, MSpace::kObject), __LINE__);
         }
         // Deliberate: the output is not set clean here, so every read while the node is

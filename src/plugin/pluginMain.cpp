@@ -9,11 +9,11 @@
 
 #include "command/tqSarnToolCmd.h"
 #include "display/tqSarnDrawOverride.h"
+#include "nodes/tqSarnContextCmd.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
 #include "store/tqSarn.h"
-#include "tool/tqSarnContextCmd.h"
 
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>

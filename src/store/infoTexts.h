@@ -58,6 +58,9 @@ extern const MString kReverseDirection;
 extern const MString kRelaxBrushIntensity; // followed by the intensity
 extern const MString kRelaxBrushRadius;    // followed by the radius
 extern const MString kMoveBrushRadius;     // followed by the radius
+extern const MString kMoveRadius;          // panel: followed by the radius
+extern const MString kRelaxRadius;         // panel: followed by the radius
+extern const MString kRelaxIntensity;      // panel: followed by the intensity
 extern const MString kChangingSpans;
 extern const MString kPinchValue;          // followed by the pinch
 extern const MString kDeleteHistory;       // behind the activation text on a long history

@@ -180,6 +180,17 @@ MStatus readVectorArrayAttr(const MString& name, MVectorArray& out, const MObjec
     return readArray<MFnVectorArrayData>(name, out, node, false, __LINE__);
 }
 
+MObject readArrayData(const MString& name, const MObject& node, MStatus& status)
+{
+    MPlug plug = plugOf(name, node, status, __LINE__);
+    if (!status)
+        return MObject();
+    MObject data = dataOf(plug, status);
+    if (!status)
+        status.pAPIerror(kModule, __LINE__, name.asChar());
+    return data;
+}
+
 MStatus writeIntAttr(int value, const MString& name, const MObject& node)
 {
     MStatus status;

@@ -30,6 +30,10 @@ MStatus readIntArrayAttr(const MString& name, MIntArray& out, const MObject& nod
 MStatus readPointArrayAttr(const MString& name, MPointArray& out, const MObject& node);
 // Null data is not told apart here: it reads as an empty array with success.
 MStatus readVectorArrayAttr(const MString& name, MVectorArray& out, const MObject& node);
+// The data object an array attribute holds, for reading a few elements through its function
+// set without moving the whole array (the source's face normals, read per ray hit). A
+// never-written attribute gives a null object and kSuccess.
+MObject readArrayData(const MString& name, const MObject& node, MStatus& status);
 
 // Writes through the plug, so what the attribute affects becomes dirty. An int written to a
 // double attribute is converted by the host.

@@ -4,10 +4,11 @@
 // The modifiers are those of the event at hand, so a key let go before the button changes the
 // branch taken at release.
 //
-// Gestures of the brushes, anchors, bridges, merges, slices, redraws, interactive spans, the
-// row and mesh snapshots and the drawn feedback branch off below in their places. Until those
-// pieces land, their branches do nothing beyond what is written here, and the gesture leaves
-// the scene as it was.
+// The Ctrl-left redraw of the last sarn and the middle-Shift change of its spans and pinch
+// (interactiveSpans.cpp) are wired here. Gestures of the brushes, anchors, bridges, merges,
+// slices and the drawn feedback branch off below in their places; until those pieces land,
+// their branches do nothing beyond what is written here, and the gesture leaves the scene as
+// it was.
 
 #include "tool/tqSarnContext.h"
 
@@ -15,6 +16,7 @@
 
 #include "command/tqSarnToolCmd.h"
 #include "kernel/commandTexts.h"
+#include "kernel/debugDump.h"
 #include "kernel/entryBarrier.h"
 #include "kernel/meshQueries.h"
 #include "kernel/shadowRows.h"
@@ -26,10 +28,12 @@
 #include "store/storePredicates.h"
 #include "store/storeReads.h"
 #include "store/storeWrites.h"
+#include "store/strokeSet.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFrameContext.h>
 #include <maya/MGlobal.h>
+#include <maya/MItGeometry.h>
 
 using tq::tool::failWith;
 using tq::tool::logged;
@@ -100,7 +104,8 @@ MStatus tqSarnContext::press(MEvent& event)
     logged(tq::setPinch(0.0), __LINE__);
 
     const Buttons b(event);
-    // P1 (middle, Shift): the mesh snapshot before a change of spans.
+    if (b.middleWith(true, false)) // P1: the mesh before a change of spans
+        logged(snapshotMesh("redo"), __LINE__);
     // P2 (middle, Shift and Ctrl): arms the relax brush.
     if (relaxBrushOn) { // P3: an armed relax brush takes the press, whatever the button
         logged(capturePositions(), __LINE__);
@@ -110,8 +115,10 @@ MStatus tqSarnContext::press(MEvent& event)
         logged(capturePositions(), __LINE__);
     // P5 (left, Shift and Ctrl): anchor picking. P6 (middle, Ctrl): bridge and magnet
     // previews. P7 (middle, Shift, no shadow): the merge preview.
-    if (b.leftWith(false, true)) // P8: a redraw stroke keeps the positions it starts from
+    if (b.leftWith(false, true)) { // P8: a redraw stroke keeps the positions it starts from
         logged(capturePositions(), __LINE__);
+        logged(snapshotRows("redo"), __LINE__);
+    }
 
     view.refresh(true, true);
     return MStatus::kSuccess;
@@ -149,8 +156,9 @@ MStatus tqSarnContext::drag(MEvent& event, const MHWRender::MFrameContext& frame
         if (b.shift && !b.control)
             bridgeStroke = true;
     }
-    // Middle with Ctrl: the magnet and the twist of a closed loop; middle with Shift: the
-    // interactive spans and bridge divisions.
+    // Middle with Ctrl: the magnet and the twist of a closed loop.
+    if (b.middleWith(true, false)) // the spans and pinch follow the pointer
+        logged(changeSpansInteractive(false), __LINE__);
     view.refresh(false, false);
     return MStatus::kSuccess;
 }
@@ -160,8 +168,8 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
     tqSarnToolCmd* command = makeToolCommand();
     const Buttons b(event);
 
-    if (b.middleWith(true, false)) // R1: the end of a change of spans
-        return MStatus::kSuccess;
+    if (b.middleWith(true, false)) // R1: the end of a change of spans, one undo step
+        return finishSpanChange(command);
     if (b.middleWith(false, false) || moveBrushOn) { // R2: the end of the move brush
         view.refresh(false, false);
         return MStatus::kSuccess;
@@ -228,11 +236,70 @@ MStatus tqSarnContext::sendStrokeToCommand()
     return command->appendStroke(currentStroke);
 }
 
-MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd*)
+MStatus tqSarnContext::finishSpanChange(tqSarnToolCmd* command)
 {
+    logged(snapshotMesh("undo"), __LINE__);
+    tq::dumpIndices(undoRows.playerVertices, "player undo");
+    tq::dumpIndices(redoRows.playerVertices, "player redo");
+    if (!command)
+        return failWith("no tool command");
+    // A snapshot that could not be taken would undo to an empty patch: no step is made then.
+    if (redoSnapshot.polygonTotal == 0 || undoSnapshot.polygonTotal == 0)
+        return failWith("no mesh to change the spans of");
+    command->setBeforeFeed(redoSnapshot);
+    command->setAfterFeed(undoSnapshot);
+    handRowsTo(command);
+    const MStatus status = logged(command->finalize(), __LINE__);
+    if (status)
+        view.refresh(false, false);
+    return status;
+}
+
+void tqSarnContext::handRowsTo(tqSarnToolCmd* command)
+{
+    command->setSpanIndices(redoRows.playerVertices, redoRows.shadowIndices1, redoRows.shadowIndices2,
+                            redoRows.shadowIndices3, undoRows.playerVertices, undoRows.shadowIndices1,
+                            undoRows.shadowIndices2, undoRows.shadowIndices3);
+}
+
+MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd* command)
+{
+    if (!command)
+        return failWith("no tool command");
+    const MDagPath mesh = tq::getActiveMeshPath();
+    MStatus status;
+    if (tq::boundaryEditMode()) {
+        // A patch made along one stroke is swept again along this one.
+        logged(tq::writeNondestructRows(tq::RowList{currentStroke}), __LINE__);
+        logged(command->redrawAlongStroke(mesh, accelParams), __LINE__);
+        logged(snapshotRows("undo"), __LINE__);
+        handRowsTo(command);
+    }
     if (tq::shadowCount() < 2 && !tq::hasPlayerVertices())
         return failWith("need at least 2 strokes to edit the second");
-    // The redraw of the last sarn or of its boundary along this stroke.
+    if (!tq::hasPlayerVertices()) {
+        tq::RowList rows = tq::readGuideRows(status);
+        if (rows.empty())
+            return MStatus::kSuccess;
+        // The new stroke takes the place of the sarn's second guide stroke.
+        if (rows.size() > 1)
+            rows[1] = currentStroke;
+        logged(tq::writeNondestructRows(rows), __LINE__);
+        logged(command->redrawPatchFromStrokes(mesh, accelParams, isClosedFigure()), __LINE__);
+        MPointArray after;
+        MItGeometry it(tq::getActiveMeshPath(), &status);
+        if (status)
+            status = it.allPositions(after, MSpace::kWorld);
+        logged(status, __LINE__);
+        command->setRedrawScratchPositions(positionsBefore, after);
+        logged(snapshotRows("undo"), __LINE__);
+        handRowsTo(command);
+        logged(command->finalize(), __LINE__);
+        logged(tq::clearStrokes(), __LINE__);
+        view.refresh(false, false);
+        return MStatus::kSuccess;
+    }
+    // With an anchor chain the redraw goes through the anchors' own gestures.
     view.refresh(false, false);
     return MStatus::kSuccess;
 }

@@ -83,6 +83,22 @@ public:
     void setFreezeMedian(bool on) { freezeMedian = on; }
     void setMoveBrush(bool on);
     int figure() const { return figureMode; }
+    // The brush's values as the panel sends them; the relax brush itself arms with its piece.
+    void setRelaxBrushValues(double intensity, double radius)
+    {
+        relaxFactor = intensity;
+        relaxRadiusValue = radius;
+    }
+    double relaxIntensity() const { return relaxFactor; }
+    bool hasAnchorSelection() const { return anchorPath.length() && anchorVertices.length(); }
+    // The panel's refresh: the anchors go, and with an armed relax brush the shadow too.
+    MStatus refreshFromPanel();
+    // The last sarn generated again with the stored pinch and the present spans; the patch
+    // node changes in place and no undo step is made.
+    MStatus rebuildWithPinch();
+    // Prepares the split of the two rows beside the last patch. kInvalidParameter when the
+    // patch has no faces and no rows, or when the two rows' edges differ in number.
+    MStatus bevelRows();
     bool intersectorBuilt() const { return intersector.isCreated(); }
 
     // Stroke capture on the source surface.
@@ -105,6 +121,9 @@ private:
     MStatus release(MEvent& event, const MHWRender::MFrameContext& frameContext);
     MStatus storeStroke(MEvent& event, const MHWRender::MFrameContext& frameContext);
     MStatus redrawFromStroke(tqSarnToolCmd* command);
+    MStatus finishSpanChange(tqSarnToolCmd* command);
+    // The row snapshots of the gesture, "redo" then "undo", to the command.
+    void handRowsTo(tqSarnToolCmd* command);
     MStatus sendStrokeToCommand();
     MStatus appendPatchFromStroke();
     MStatus continueSarn(tqSarnToolCmd* command);
@@ -114,6 +133,12 @@ private:
     MStatus mergeMagnetVertices();
     tqSarnToolCmd* makeToolCommand();
     MStatus refreshView(bool all, bool force);
+    // One step of the middle-Shift drag: spans and pinch from the pointer, and the last
+    // sarn generated again with them.
+    MStatus changeSpansInteractive(bool keepPinch);
+    // The gestures' captures for the tool command: "redo" at the press, "undo" at release.
+    MStatus snapshotRows(const MString& label);
+    MStatus snapshotMesh(const MString& label);
 
     static void onUndo(void* clientData);
     static void onToolChanged(void* clientData);
