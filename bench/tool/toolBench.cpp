@@ -326,6 +326,59 @@ void BM_SpanDragEventOn10kQuads(benchmark::State& state)
     state.counters["spans"] = spans;
 }
 
+// The world radius that catches about 200 vertices of the 10k quads: eight vertex spacings.
+double brushRadiusFor200(const MDagPath& retopo)
+{
+    MPointArray p;
+    MFnMesh(retopo).getPoints(p, MSpace::kWorld);
+    return p.length() > 1 ? 8.0 * p[0].distanceTo(p[1]) : 0.0;
+}
+
+// One drag event of a brush on the 10k quads, the press and release untimed, then undone.
+void brushDragEvent(benchmark::State& state, host::Modifiers held)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    host::setToolTo(activeTool(false));
+    MDagPath retopo;
+    if (!tenThousandQuads(s, retopo)) {
+        state.SkipWithError("the four sarns were not made");
+        return;
+    }
+    const double radius = brushRadiusFor200(retopo);
+    MGlobal::setOptionVarValue("tq_sarnRadius", radius / 0.05);
+    MGlobal::setOptionVarValue("tq_sarnTweakR", int(radius / 0.03 + 0.5));
+    constexpr int kX = 620, kY = kStrokeY - 62; // inside the second band
+    double moved = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        MPointArray before;
+        MFnMesh(retopo).getPoints(before, MSpace::kWorld);
+        host::mousePress(kX, kY, host::MouseButton::kMiddle, held);
+        state.ResumeTiming();
+        host::mouseDrag(kX + 3, kY, held);
+        state.PauseTiming();
+        MPointArray after;
+        MFnMesh(retopo).getPoints(after, MSpace::kWorld);
+        moved = 0;
+        for (unsigned v = 0; v < after.length() && v < before.length(); ++v)
+            moved += after[v].isEquivalent(before[v], 0.0) ? 0 : 1;
+        host::mouseRelease(kX + 3, kY, held);
+        host::undo();
+        host::flushUndoQueue();
+        state.ResumeTiming();
+    }
+    host::setToolTo("selectSuperContext");
+    state.counters["quads"] = MFnMesh(retopo).numPolygons();
+    state.counters["vertices moved"] = moved;
+}
+
+void BM_RelaxDragEventOn10kQuads(benchmark::State& state) { brushDragEvent(state, {true, true}); }
+void BM_MoveDragEventOn10kQuads(benchmark::State& state) { brushDragEvent(state, {}); }
+
 // Sizes in thousands of triangles; each size's benchmarks run together on one scene.
 BENCHMARK(BM_Activation)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_DragEventOn300PointStroke)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(20);
@@ -333,6 +386,8 @@ BENCHMARK(BM_Floor300StrokeRecasts)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_EnterMakesA20x10Sarn)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_FloorSarnVertexProjections)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SpanDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_RelaxDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_MoveDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Activation)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_DragEventOn300PointStroke)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Floor300StrokeRecasts)->Arg(5000)->Unit(benchmark::kMillisecond);
