@@ -27,12 +27,15 @@
 #include <maya/MFloatPointArray.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
+#include <maya/MItMeshPolygon.h>
 #include <maya/MGlobal.h>
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <cstdio>
 #include <map>
+#include <cmath>
 #include <memory>
 #include <string>
 
@@ -326,12 +329,18 @@ void BM_SpanDragEventOn10kQuads(benchmark::State& state)
     state.counters["spans"] = spans;
 }
 
-// The world radius that catches about 200 vertices of the 10k quads: eight vertex spacings.
+// The world radius that catches about 200 vertices of the 10k quads: the disc whose area
+// holds 200 vertices at the mesh's mean density.
 double brushRadiusFor200(const MDagPath& retopo)
 {
-    MPointArray p;
-    MFnMesh(retopo).getPoints(p, MSpace::kWorld);
-    return p.length() > 1 ? 8.0 * p[0].distanceTo(p[1]) : 0.0;
+    double area = 0.0;
+    for (MItMeshPolygon it(retopo); !it.isDone(); it.next()) {
+        double a = 0.0;
+        it.getArea(a, MSpace::kWorld);
+        area += a;
+    }
+    const int vertices = MFnMesh(retopo).numVertices();
+    return vertices ? std::sqrt(200.0 * area / (M_PI * vertices)) : 0.0;
 }
 
 // One drag event of a brush on the 10k quads, the press and release untimed, then undone.
