@@ -27,12 +27,15 @@
 #include <maya/MFloatPointArray.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
+#include <maya/MItMeshPolygon.h>
 #include <maya/MGlobal.h>
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <cstdio>
 #include <map>
+#include <cmath>
 #include <memory>
 #include <string>
 
@@ -326,6 +329,65 @@ void BM_SpanDragEventOn10kQuads(benchmark::State& state)
     state.counters["spans"] = spans;
 }
 
+// The world radius that catches about 200 vertices of the 10k quads: the disc whose area
+// holds 200 vertices at the mesh's mean density.
+double brushRadiusFor200(const MDagPath& retopo)
+{
+    double area = 0.0;
+    for (MItMeshPolygon it(retopo); !it.isDone(); it.next()) {
+        double a = 0.0;
+        it.getArea(a, MSpace::kWorld);
+        area += a;
+    }
+    const int vertices = MFnMesh(retopo).numVertices();
+    return vertices ? std::sqrt(200.0 * area / (M_PI * vertices)) : 0.0;
+}
+
+// One drag event of a brush on the 10k quads, the press and release untimed, then undone.
+void brushDragEvent(benchmark::State& state, host::Modifiers held)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (!s.ok) {
+        state.SkipWithError("no scan");
+        return;
+    }
+    host::setToolTo(activeTool(false));
+    MDagPath retopo;
+    if (!tenThousandQuads(s, retopo)) {
+        state.SkipWithError("the four sarns were not made");
+        return;
+    }
+    const double radius = brushRadiusFor200(retopo);
+    MGlobal::setOptionVarValue("tq_sarnRadius", radius / 0.05);
+    MGlobal::setOptionVarValue("tq_sarnTweakR", int(radius / 0.03 + 0.5));
+    constexpr int kX = 620, kY = kStrokeY - 62; // inside the second band
+    double moved = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        MPointArray before;
+        MFnMesh(retopo).getPoints(before, MSpace::kWorld);
+        host::mousePress(kX, kY, host::MouseButton::kMiddle, held);
+        state.ResumeTiming();
+        host::mouseDrag(kX + 3, kY, held);
+        state.PauseTiming();
+        MPointArray after;
+        MFnMesh(retopo).getPoints(after, MSpace::kWorld);
+        moved = 0;
+        for (unsigned v = 0; v < after.length() && v < before.length(); ++v)
+            moved += after[v].isEquivalent(before[v], 0.0) ? 0 : 1;
+        host::mouseRelease(kX + 3, kY, held);
+        host::undo();
+        host::flushUndoQueue();
+        state.ResumeTiming();
+    }
+    host::setToolTo("selectSuperContext");
+    state.counters["quads"] = MFnMesh(retopo).numPolygons();
+    state.counters["vertices moved"] = moved;
+}
+
+void BM_RelaxDragEventOn10kQuads(benchmark::State& state) { brushDragEvent(state, {true, true}); }
+void BM_MoveDragEventOn10kQuads(benchmark::State& state) { brushDragEvent(state, {}); }
+
 // Sizes in thousands of triangles; each size's benchmarks run together on one scene.
 BENCHMARK(BM_Activation)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_DragEventOn300PointStroke)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(20);
@@ -333,6 +395,8 @@ BENCHMARK(BM_Floor300StrokeRecasts)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_EnterMakesA20x10Sarn)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_FloorSarnVertexProjections)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SpanDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_RelaxDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_MoveDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Activation)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_DragEventOn300PointStroke)->Arg(5000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_Floor300StrokeRecasts)->Arg(5000)->Unit(benchmark::kMillisecond);

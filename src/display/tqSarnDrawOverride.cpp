@@ -1,5 +1,6 @@
 #include "display/tqSarnDrawOverride.h"
 
+#include "display/markDrawing.h"
 #include "display/rowDrawing.h"
 #include "kernel/entryBarrier.h"
 #include "store/logModules.h"
@@ -77,15 +78,28 @@ void tqSarnDrawOverride::addUIDrawables(const MDagPath&, MHWRender::MUIDrawManag
         M3dView::active3dView().getCamera(activeCamera);
         if (!(activeCamera == frameContext.getCurrentCameraPath()))
             return;
+        if (data.displayInfo > 1)
+            tq::drawBrushFeedback(dm, data);
         if (data.playerpts.length() != 0)
             tq::drawAnchorRow(dm, data);
         if (data.strokes.length() != 0 && data.sizes.length() != 0)
             tq::drawStrokes(dm, data);
+        if (data.magnetPt.length() != 0)
+            tq::drawMagnet(dm, data);
+        if (data.fusept.length() != 0 && data.fuseindices.length() != 0 && data.playersLine.length() != 0)
+            tq::drawFusePreview(dm, data);
         if (data.strokesShadow.length() != 0 && data.sizesShadow.length() != 0)
             tq::drawShadows(dm, data);
+        if (data.freepoints.length() != 0)
+            tq::drawFreeBorder(dm, data);
+        if (data.tweakRadius.length() != 0)
+            tq::drawTweakCircle(dm, data);
+        // Normal spikes come here.
+        if (data.freezeMedian.length() != 0)
+            tq::drawMedianDots(dm, data);
+        // The symmetry plane comes here.
         if (data.playersLine.length() != 0)
             tq::drawPlayerLine(dm, data);
-        // Brushes, bridge and fuse previews, freeze marks, spikes, the symmetry plane and the
-        // info text join this sequence in their places as those features arrive.
+        // The info text closes the sequence when it arrives.
     });
 }

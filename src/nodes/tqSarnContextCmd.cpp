@@ -183,11 +183,10 @@ MStatus tqSarnContextCmd::editFlags()
         setInfo1(infoText::kFreezeMedian);
     }
     if (isSet(args, kRelaxBrush)) {
-        // The brush itself comes with its own piece; its values are read already.
         const double intensity = isSet(args, kIntensity) ? argument(args, kIntensity, 0.0, __LINE__) : 0.0;
         const double radius = isSet(args, kRadius) ? argument(args, kRadius, 0.0, __LINE__) : 0.0;
         if (context)
-            context->setRelaxBrushValues(intensity, radius);
+            context->setRelaxBrush(intensity, radius);
         setInfo1(infoText::kRelaxBrush);
     }
     if (isSet(args, kDisplayDistance))

@@ -67,9 +67,10 @@ MStatus tqSarnContext::doPress(MEvent& event, MHWRender::MUIDrawManager&, const 
     return tq::guardEntryPoint(tq::logModule::kTool, "doPress", [&]() { return press(event); });
 }
 
-MStatus tqSarnContext::doDrag(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext& context)
+MStatus tqSarnContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                              const MHWRender::MFrameContext& context)
 {
-    return tq::guardEntryPoint(tq::logModule::kTool, "doDrag", [&]() { return drag(event, context); });
+    return tq::guardEntryPoint(tq::logModule::kTool, "doDrag", [&]() { return drag(event, drawMgr, context); });
 }
 
 MStatus tqSarnContext::doRelease(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext& context)
@@ -106,13 +107,21 @@ MStatus tqSarnContext::press(MEvent& event)
     const Buttons b(event);
     if (b.middleWith(true, false)) // P1: the mesh before a change of spans
         logged(snapshotMesh("redo"), __LINE__);
-    // P2 (middle, Shift and Ctrl): arms the relax brush.
+    if (b.middleWith(true, true)) { // P2: arms the relax brush from the panel's values
+        armRelaxBrushFromOptions();
+        logged(snapshotRows("redo"), __LINE__);
+    }
     if (relaxBrushOn) { // P3: an armed relax brush takes the press, whatever the button
         logged(capturePositions(), __LINE__);
+        logged(refreshFreezeBorder(), __LINE__);
+        logged(snapshotRows("redo"), __LINE__);
         return MStatus::kSuccess;
     }
-    if (b.middleWith(false, false) || moveBrushOn) // P4: the move brush begins
+    if (b.middleWith(false, false) || moveBrushOn) { // P4: the move brush begins
         logged(capturePositions(), __LINE__);
+        logged(snapshotRows("redo"), __LINE__);
+        logged(moveBrushBegin(), __LINE__);
+    }
     // P5 (left, Shift and Ctrl): anchor picking. P6 (middle, Ctrl): bridge and magnet
     // previews. P7 (middle, Shift, no shadow): the merge preview.
     if (b.leftWith(false, true)) { // P8: a redraw stroke keeps the positions it starts from
@@ -124,7 +133,8 @@ MStatus tqSarnContext::press(MEvent& event)
     return MStatus::kSuccess;
 }
 
-MStatus tqSarnContext::drag(MEvent& event, const MHWRender::MFrameContext& frameContext)
+MStatus tqSarnContext::drag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                            const MHWRender::MFrameContext& frameContext)
 {
     event.getPosition(curX, curY);
     reverseFigure = false;
@@ -135,9 +145,9 @@ MStatus tqSarnContext::drag(MEvent& event, const MHWRender::MFrameContext& frame
 
     const Buttons b(event);
     if (b.middleWith(false, false) || moveBrushOn) // the move brush's drag
-        return MStatus::kSuccess;
+        return moveBrushDrag();
     if (relaxBrushOn) // the relax brush's drag
-        return MStatus::kSuccess;
+        return relaxBrushDrag(drawMgr);
     if (b.left) {
         if (b.shift && !b.control && !tq::hasPlayerVertices()) {
             // A through-surface slice: its capture is its own, and nothing is refreshed.
@@ -159,6 +169,11 @@ MStatus tqSarnContext::drag(MEvent& event, const MHWRender::MFrameContext& frame
     // Middle with Ctrl: the magnet and the twist of a closed loop.
     if (b.middleWith(true, false)) // the spans and pinch follow the pointer
         logged(changeSpansInteractive(false), __LINE__);
+    if (b.middleWith(false, true) && tq::playerLoopClosed() && tq::hasShadow()) {
+        const MStatus status = twistDrag();
+        if (!status)
+            return status;
+    }
     view.refresh(false, false);
     return MStatus::kSuccess;
 }
@@ -171,6 +186,10 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
     if (b.middleWith(true, false)) // R1: the end of a change of spans, one undo step
         return finishSpanChange(command);
     if (b.middleWith(false, false) || moveBrushOn) { // R2: the end of the move brush
+        logged(moveBrushEnd(), __LINE__);
+        logged(snapshotRows("undo"), __LINE__);
+        if (command)
+            handRowsTo(command);
         view.refresh(false, false);
         return MStatus::kSuccess;
     }
@@ -181,8 +200,13 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
         return MStatus::kSuccess;
     }
     if (relaxBrushOn) { // R4: the end of a relax stroke
+        // An armed brush from the panel stays armed; one armed by the gesture ends with it.
         if (b.middleWith(true, true))
             relaxBrushOn = false;
+        logged(snapshotRows("undo"), __LINE__);
+        if (command)
+            handRowsTo(command);
+        logged(relaxBrushFinish(), __LINE__);
         view.refresh(false, false);
         return MStatus::kSuccess;
     }
@@ -205,8 +229,14 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
         logged(appendPatchFromStroke(), __LINE__);
         return MStatus::kSuccess;
     }
-    if (b.middleWith(false, true)) // R10: the end of a twist
+    if (b.middleWith(false, true)) { // R10: the end of a twist
+        // Deliberate: mode 15 is written first and the feed setters then write 5 over it, so
+        // the twist is queued, journalled and undone as a change of spans.
+        if (command)
+            command->setMode(tqSarnToolCmd::kTwist);
+        logged(finishSpanChange(command), __LINE__);
         twistActive = false;
+    }
     view.refresh(false, false); // R11
     return MStatus::kSuccess;
 }
@@ -255,6 +285,29 @@ MStatus tqSarnContext::finishSpanChange(tqSarnToolCmd* command)
     return status;
 }
 
+MStatus tqSarnContext::twistDrag()
+{
+    // Deliberate: 16-bit pixel arithmetic, and a step only on multiples of 4 pixels, so the
+    // first drag event with no movement already starts a twist.
+    const short dx = static_cast<short>(curX - lastX);
+    if (dx % 4 != 0)
+        return MStatus::kSuccess;
+    if (!twistActive)
+        logged(snapshotMesh("redo"), __LINE__);
+    twistActive = true;
+    MStatus status = tq::twistRows(dx);
+    if (!status)
+        return status;
+    tqSarnToolCmd* command = makeToolCommand();
+    if (!command)
+        return failWith("no tool command");
+    // Not finalized: the release makes the gesture's one undo step.
+    logged(command->rebuildPatchFromShadow(tq::getActiveMeshPath(), accelParams, false), __LINE__);
+    tq::finition();
+    lastX = curX;
+    return MStatus::kSuccess;
+}
+
 void tqSarnContext::handRowsTo(tqSarnToolCmd* command)
 {
     command->setSpanIndices(redoRows.playerVertices, redoRows.shadowIndices1, redoRows.shadowIndices2,
@@ -273,7 +326,8 @@ MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd* command)
         logged(tq::writeNondestructRows(tq::RowList{currentStroke}), __LINE__);
         logged(command->redrawAlongStroke(mesh, accelParams), __LINE__);
         logged(snapshotRows("undo"), __LINE__);
-        handRowsTo(command);
+        if (command)
+            handRowsTo(command);
     }
     if (tq::shadowCount() < 2 && !tq::hasPlayerVertices())
         return failWith("need at least 2 strokes to edit the second");
@@ -293,7 +347,8 @@ MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd* command)
         logged(status, __LINE__);
         command->setRedrawScratchPositions(positionsBefore, after);
         logged(snapshotRows("undo"), __LINE__);
-        handRowsTo(command);
+        if (command)
+            handRowsTo(command);
         logged(command->finalize(), __LINE__);
         logged(tq::clearStrokes(), __LINE__);
         view.refresh(false, false);
@@ -370,11 +425,14 @@ MStatus tqSarnContext::mergeMagnetVertices()
     return logged(MGlobal::selectByName(mesh.fullPathName(), MGlobal::kReplaceList), __LINE__);
 }
 
-MStatus tqSarnContext::doPtrMoved(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext& context)
+MStatus tqSarnContext::doPtrMoved(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
+                                  const MHWRender::MFrameContext& context)
 {
     return tq::guardEntryPoint(tq::logModule::kTool, "doPtrMoved", [&]() -> MStatus {
         if (moveBrushOn)
             event.getPosition(curX, curY);
+        if (moveBrushHover)
+            drawMoveCircle(drawMgr);
         // The move brush's circle and the glue marker are drawn around this hit.
         updateHoverHit(event, context, true);
         return MStatus::kSuccess;
@@ -386,9 +444,13 @@ MStatus tqSarnContext::drawFeedback(MHWRender::MUIDrawManager&, const MHWRender:
     return tq::guardEntryPoint(tq::logModule::kTool, "drawFeedback", [&]() -> MStatus {
         if (!sourceIsMesh || !sourceIsValid)
             return MStatus::kInvalidParameter;
-        // The frozen borders follow the camera and are rebuilt here while they are on.
-        if (!freezeBorder)
+        // The frozen lists and marks follow the mesh and the camera: rebuilt at every frame.
+        if (freezeBorder)
+            logged(refreshFreezeBorder(), __LINE__);
+        else
             tq::setButtonChecked(tq::widget::kFreezeButton, false);
+        if (freezeMedian)
+            logged(refreshFreezeMedian(), __LINE__);
         if (MHWRender::MFrameContext::userChangingViewContext()) {
             MObject store = tq::findStoreNode();
             if (!store.isNull()) {

@@ -79,17 +79,16 @@ public:
     // Set by the context command's flags.
     void setFigure(int mode) { figureMode = mode; }
     void setSlice() { sliceStroke = true; }
-    void setFreezeBorder(bool on) { freezeBorder = on; }
-    void setFreezeMedian(bool on) { freezeMedian = on; }
+    // Each switch rebuilds its list of frozen vertices and the marks at once.
+    void setFreezeBorder(bool on);
+    void setFreezeMedian(bool on);
     void setMoveBrush(bool on);
     int figure() const { return figureMode; }
-    // The brush's values as the panel sends them; the relax brush itself arms with its piece.
-    void setRelaxBrushValues(double intensity, double radius)
-    {
-        relaxFactor = intensity;
-        relaxRadiusValue = radius;
-    }
+    // Arms the relax brush: the next press of any button relaxes. The factor is the
+    // intensity times 6; the radius only feeds the message (each drag reads its own).
+    void setRelaxBrush(double intensity, double radius);
     double relaxIntensity() const { return relaxFactor; }
+    bool relaxBrushArmed() const { return relaxBrushOn; }
     bool hasAnchorSelection() const { return anchorPath.length() && anchorVertices.length(); }
     // The panel's refresh: the anchors go, and with an armed relax brush the shadow too.
     MStatus refreshFromPanel();
@@ -117,7 +116,7 @@ public:
 
 private:
     MStatus press(MEvent& event);
-    MStatus drag(MEvent& event, const MHWRender::MFrameContext& frameContext);
+    MStatus drag(MEvent& event, MHWRender::MUIDrawManager& drawMgr, const MHWRender::MFrameContext& frameContext);
     MStatus release(MEvent& event, const MHWRender::MFrameContext& frameContext);
     MStatus storeStroke(MEvent& event, const MHWRender::MFrameContext& frameContext);
     MStatus redrawFromStroke(tqSarnToolCmd* command);
@@ -136,6 +135,35 @@ private:
     // One step of the middle-Shift drag: spans and pinch from the pointer, and the last
     // sarn generated again with them.
     MStatus changeSpansInteractive(bool keepPinch);
+    // The brushes (brushes.cpp). The relax brush: armed from the option variables at a
+    // middle-Shift-Ctrl press; each drag relaxes the vertices in its sphere once and puts them
+    // back on the source; the release is one undo step of positions.
+    void armRelaxBrushFromOptions();
+    MStatus relaxBrushDrag(MHWRender::MUIDrawManager& drawManager);
+    MStatus relaxBrushFinish();
+    MObject collectBrushVertices(double radius, const MDagPath& meshPath, MVector& normal);
+    MObject collectBrushVerticesOffMesh(double radius, const MDagPath& meshPath, MObject& component);
+    MStatus relaxVertices(MObject& component, const MDagPath& meshPath);
+    bool isFacingCamera(const MVector& normal);
+    // The player row, the shadow strokes (and with a row active, the stored rows) follow the
+    // vertices the brushes moved.
+    MStatus followMovedVertices(bool withThirdRow);
+    // The move brush: the vertices caught at the press follow the cursor with a parabolic
+    // falloff, always from their positions at the press, and stay on the source.
+    MStatus moveBrushBegin();
+    MObject collectMoveVertices(double radius, const MDagPath& meshPath);
+    MVector moveDelta(MPoint& nearPoint);
+    MStatus moveBrushDrag();
+    MStatus moveBrushEnd();
+    MStatus storeTweakRadius(bool clear);
+    void drawMoveCircle(MHWRender::MUIDrawManager& drawManager);
+    // Freeze border and median (freezeMarks.cpp).
+    MStatus refreshFreezeBorder();
+    MStatus refreshFreezeMedian();
+    static bool onMedianSide(const MPoint& point, const MString& side);
+    // The twist of a closed anchor loop, one step per 4 pixels of a middle-Ctrl drag.
+    MStatus twistDrag();
+
     // The gestures' captures for the tool command: "redo" at the press, "undo" at release.
     MStatus snapshotRows(const MString& label);
     MStatus snapshotMesh(const MString& label);
@@ -165,7 +193,10 @@ private:
     MPoint firstHit;
     MPoint glueHit;
     int moveHit = -1;
-    MIntArray moveVertices;
+    MObject moveVertices;
+    int brushCentreVertex = -1;
+    MIntArray unfilledRowA;
+    MIntArray unfilledRowB;
     MPointArray moveBasePoints;
     MDoubleArray moveWeights;
     MPointArray sliceFront;

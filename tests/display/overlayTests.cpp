@@ -127,4 +127,40 @@ TEST_F(Overlay, ShowsInTheActiveViewOnly)
     EXPECT_FALSE(frame(view).empty());
 }
 
+TEST_F(Overlay, FreezeMarksBrushSizesAndTheMoveCircleShowWhatTheBrushesWillDo)
+{
+    ASSERT_TRUE(tq::writePointArrayAttr(pointArray({{0, 0, 0}, {1, 0, 0}}), "freepoints", store));
+    ASSERT_TRUE(tq::writePointArrayAttr(pointArray({{0, 1, 0}}), "freezeMedian", store));
+    std::vector<DrawRecord> circles = only(frame(), DrawPrimitive::kCircle);
+    // Each frozen vertex is a filled dot with a black rim: blue on the border, slate on the median.
+    ASSERT_EQ(circles.size(), 6u);
+    EXPECT_TRUE(circles[0].is2d && circles[0].filled && circles[0].radius == 4.5);
+    EXPECT_EQ(circles[0].state.color, MColor(0.1f, 0.1f, 0.8f, 1.0f));
+    EXPECT_FALSE(circles[1].filled);
+    EXPECT_EQ(circles[4].radius, 5.0);
+    ASSERT_TRUE(tq::writePointArrayAttr(MPointArray(), "freepoints", store));
+    ASSERT_TRUE(tq::writePointArrayAttr(MPointArray(), "freezeMedian", store));
+
+    // Holding the move-radius key: the brush's size around the last hit, in deep red.
+    ASSERT_TRUE(tq::writeTripleAttr(MPoint(1, 2, 3), "interPoint", store));
+    ASSERT_TRUE(tq::writeDoubleAttr(40.0, "radiusMoveInteractive", store));
+    ASSERT_TRUE(tq::writeIntAttr(4, "displayInfo", store));
+    circles = only(frame(), DrawPrimitive::kCircle);
+    ASSERT_GE(circles.size(), 2u);
+    EXPECT_EQ(circles[0].points[0], MPoint(1, 2, 3));
+    EXPECT_NEAR(circles[0].radius, 40.0 * 0.03, 1e-12);
+    EXPECT_NEAR(circles[1].radius, 40.0 * 0.03 * 0.8, 1e-12);
+    EXPECT_TRUE(circles[1].filled);
+    ASSERT_TRUE(tq::writeIntAttr(1, "displayInfo", store));
+
+    // During a move stroke: the circle on the mesh, the option's radius times 0.03.
+    MGlobal::setOptionVarValue("tq_sarnTweakR", 20);
+    ASSERT_TRUE(tq::writeIntArrayAttr(intArray({20, 100, 100}), "tweakRadius", store));
+    circles = only(frame(), DrawPrimitive::kCircle);
+    ASSERT_EQ(circles.size(), 1u);
+    EXPECT_NEAR(circles[0].radius, 0.6, 1e-12);
+    EXPECT_EQ(circles[0].state.depthPriority, 9999u);
+    MGlobal::removeOptionVar("tq_sarnTweakR");
+}
+
 } // namespace
