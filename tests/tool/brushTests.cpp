@@ -176,4 +176,25 @@ TEST_F(Brushes, MoveFollowsThePointerWithItsFalloffAndUndoesInOneStep)
     EXPECT_TRUE(plugintest::samePoints(positions(), after));
 }
 
+TEST_F(Brushes, BackFacingVerticesAreLeftAloneUnlessTheOptionSaysOtherwise)
+{
+    ASSERT_NO_FATAL_FAILURE(crumple());
+    // From behind the scan the sarn looks away from the camera.
+    MStatus status;
+    const MPoint centre = box.center();
+    MObject behind = host::makeCamera(centre - MVector(0.0, 0.0, 1.6 * box.width()), centre, 54.43, "", &status);
+    ASSERT_TRUE(host::setActiveView(host::makeView(640, 480, behind, &status)));
+    short x, y;
+    pixelOf(9, x, y);
+    setRelaxRadius(box.width());
+    const MPointArray before = positions();
+    ASSERT_NO_FATAL_FAILURE(brushStroke(x, y, 0, 5, {true, true}));
+    EXPECT_TRUE(plugintest::samePoints(positions(), before));
+
+    MGlobal::setOptionVarValue("tq_sarnBackFace", 0);
+    ASSERT_NO_FATAL_FAILURE(brushStroke(x, y, 0, 5, {true, true}));
+    EXPECT_FALSE(plugintest::samePoints(positions(), before));
+    MGlobal::removeOptionVar("tq_sarnBackFace");
+}
+
 } // namespace
