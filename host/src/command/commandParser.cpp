@@ -2,6 +2,7 @@
 
 #include "command/commandValue.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace host {
@@ -666,11 +667,18 @@ private:
         return e;
     }
 
+    // Operator chains ("a + b + c ...") nest to the left; evaluating and freeing the tree
+    // recurse once per level, so a chain is as bounded as any other nesting.
     std::unique_ptr<ScriptExpr> binary(Op op, std::unique_ptr<ScriptExpr> l, std::unique_ptr<ScriptExpr> r)
     {
         auto e = node(op, l->line);
+        e->depth = 1 + std::max(l->depth, r ? r->depth : 0);
         e->left = std::move(l);
         e->right = std::move(r);
+        if (e->depth > 4 * kMaxScriptNesting) {
+            fail("the expression nests deeper than " + std::to_string(4 * kMaxScriptNesting) + " operators");
+            return nullptr;
+        }
         return e;
     }
 
@@ -716,7 +724,8 @@ private:
         if (!otherwise)
             return nullptr;
         auto e = binary(Op::kConditional, std::move(condition), std::move(otherwise));
-        e->items.push_back(std::move(then));
+        if (e)
+            e->items.push_back(std::move(then));
         return e;
     }
 
@@ -742,7 +751,8 @@ private:
                 if (!right)
                     return nullptr;
                 auto e = binary(Op::kAssign, std::move(left), std::move(right));
-                e->name = op;
+                if (e)
+                    e->name = op;
                 return e;
             }
         }
@@ -864,6 +874,7 @@ private:
             if (!inner)
                 return nullptr;
             auto e = node(c == '!' ? Op::kNot : Op::kNegate, ln);
+            e->depth = inner->depth + 1;
             e->left = std::move(inner);
             return e;
         }
@@ -882,7 +893,8 @@ private:
             one->value.kind = ScriptArg::Kind::kNumber;
             one->value.text = "1";
             auto e = binary(Op::kAssign, std::move(target), std::move(one));
-            e->name = op == "++" ? "+=" : "-=";
+            if (e)
+                e->name = op == "++" ? "+=" : "-=";
             return e;
         }
         return postfix();
@@ -910,6 +922,7 @@ private:
                 std::string op(2, peek());
                 fPos += 2;
                 auto inc = node(Op::kIncrement, e->line);
+                inc->depth = e->depth + 1;
                 inc->name = op;
                 inc->left = std::move(e);
                 return inc;

@@ -51,6 +51,7 @@ struct ScriptExpr {
     std::unique_ptr<ScriptExpr> left, right; // kNot and kNegate use left only
     std::vector<std::unique_ptr<ScriptExpr>> items;
     int line = 1;
+    int depth = 1; // of the tree below, which evaluation walks recursively
 };
 
 struct ScriptStatement;

@@ -106,7 +106,8 @@ struct Runtime {
     // Set once the innermost failing statement of a script has said where it failed, so
     // the statements around it do not repeat it.
     bool failureReported = false;
-    int line = 0; // the line of the statement running, for messages
+    int line = 0;    // the line of the statement running, for messages
+    int running = 0; // statements running inside one another
 };
 
 Runtime& runtime()
@@ -907,11 +908,27 @@ MStatus declare(const ScriptStatement& s, CommandValue& result)
 
 MStatus executeStatement(const ScriptStatement& statement, CommandValue& result);
 
+// How deeply statements may run inside one another, blocks and procedure calls together: a
+// script within the limits of each can still multiply them.
+constexpr int kMaxRunNesting = 1500;
+
 MStatus execute(const ScriptStatement& statement, CommandValue& result)
 {
     Runtime& r = runtime();
     r.line = statement.line;
-    MStatus st = executeStatement(statement, result);
+    if (r.running >= kMaxRunNesting)
+        return scriptError(statement.line, "statements nest more than " + std::to_string(kMaxRunNesting) +
+                                               " levels deep (blocks and procedure calls); not run",
+                           MStatus::kFailure);
+    ++r.running;
+    MStatus st;
+    try {
+        st = executeStatement(statement, result);
+    } catch (...) {
+        --r.running;
+        throw;
+    }
+    --r.running;
     // The innermost statement that fails inside a script says where.
     if (!st && !r.failureReported && !currentFile().empty()) {
         writeLog(LogLevel::kError, place(statement.line) + "failed: " + statement.text.substr(0, 200));

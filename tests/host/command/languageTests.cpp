@@ -167,6 +167,13 @@ TEST_F(LanguageTest, ProceduresTakeTypedArgumentsAndReturnValues)
     EXPECT_EQ(run("int $k = 4; ($k > 3) ? \"big\" : `createNode transform -n neverMade`").text, "big");
     EXPECT_FALSE(exists("neverMade")) << "only the branch taken runs";
     EXPECT_NE(failing("half 1 2").find("takes 1 argument(s), 2 given"), std::string::npos);
+    // Runaway recursion and endless operator chains end with an error, not a crash.
+    run("global proc int forever(int $n) { return forever($n + 1); }");
+    EXPECT_NE(failing("forever 0").find("procedures nest more than 100 calls deep"), std::string::npos);
+    std::string chain = "1";
+    for (int i = 0; i < 1100; ++i)
+        chain += " + 1";
+    EXPECT_NE(failing("int $x = " + chain).find("nests deeper than 1024 operators"), std::string::npos);
 }
 
 TEST_F(LanguageTest, LoopsAndArraysWorkOnSceneNames)
