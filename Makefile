@@ -8,6 +8,7 @@
 #   make demo       build, then play DEMO_SESSION with tqsarn: retopo mesh, frames, report in out/
 #   make bench      build, then run the programs in build/bench/, writing JSON into out/bench/
 #   make fuzz       build build-asan/, then fuzz the host for FUZZ_SECONDS, findings into out/fuzz/
+#   make package    build, then install the Maya module into out/module/ and zip it as out/tqSarn-module.zip
 #   make clean      remove build/, build-asan/ and out/
 #
 # Variables: CMAKE_ARGS (extra configure arguments, applied last), JOBS, CTEST_JOBS,
@@ -60,10 +61,10 @@ define configure
 	cmake -S . -B "$(1)" "$${generator[@]}" $(BASE_CMAKE_ARGS) $(2) $(CMAKE_ARGS)
 endef
 
-.PHONY: setup configure build test sanitize-configure sanitize-build sanitize demo bench fuzz clean help
+.PHONY: package setup configure build test sanitize-configure sanitize-build sanitize demo bench fuzz clean help
 
 help:
-	@sed -n '1,16p' $(firstword $(MAKEFILE_LIST)) | sed 's/^# \{0,1\}//'
+	@sed -n '1,17p' $(firstword $(MAKEFILE_LIST)) | sed 's/^# \{0,1\}//'
 
 setup:
 	@bash scripts/setup
@@ -129,6 +130,12 @@ fuzz: sanitize-build
 	    rc=$$?; echo "make fuzz: findings (exit $$rc); inputs kept in $(CURDIR)/$(OUT_DIR)/fuzz/:"; \
 	    find "$(OUT_DIR)/fuzz" -maxdepth 1 -type f -printf '  %P\n' | sort; exit 1; \
 	fi
+
+package: build
+	rm -rf "$(OUT_DIR)/module" "$(OUT_DIR)/tqSarn-module.zip"
+	cmake --install $(BUILD_DIR) --prefix "$(OUT_DIR)/module"
+	cd "$(OUT_DIR)/module" && cmake -E tar cf ../tqSarn-module.zip --format=zip tqSarn.mod tqSarn
+	@echo "The module is in $(CURDIR)/$(OUT_DIR)/tqSarn-module.zip"
 
 clean:
 	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(OUT_DIR)

@@ -192,6 +192,23 @@ private:
     std::vector<std::string> fOutputs;
 };
 
+// The tool's launch script: on the script path (MAYA_SCRIPT_PATH), beside the plug-in as
+// the module installs it (plug-ins/ and scripts/ side by side), or in the source tree.
+std::string launchScript(const std::string& pluginPath)
+{
+    std::vector<fs::path> candidates;
+    if (std::string found = host::findScript("tqSarnLaunch.mel"); !found.empty())
+        candidates.emplace_back(found);
+    candidates.push_back(fs::path(pluginPath).parent_path().parent_path() / "scripts" / "tqSarnLaunch.mel");
+    candidates.push_back(fs::path(TQSARN_SCRIPT_DIR) / "tqSarnLaunch.mel");
+    for (const fs::path& c : candidates) {
+        std::error_code ec;
+        if (fs::is_regular_file(c, ec))
+            return fs::absolute(c).lexically_normal().string();
+    }
+    return {};
+}
+
 void Player::setUp()
 {
     const std::size_t logStart = host::logEntries().size();
@@ -234,12 +251,8 @@ void Player::setUp()
         throw PlayError{kExitHostFailure, "cannot add the scan to the scene:\n" + host::logText()};
     fScan = shapeOf(scanTransform);
 
-    // What the tool's launching script does: the store, its link to the source mesh, the
-    // retopo mesh selected (or none, for the tool to make), the option variables, the tool.
-    const MObject store = host::createNode("tqSarn", "tqSarn", "", &status);
-    if (!status || !host::connect(fScan.fullPathName().asChar() + std::string(".worldMesh"),
-                                  host::nodeName(store) + ".tqSarnMesh"))
-        throw PlayError{kExitHostFailure, "cannot make the tqSarn store node:\n" + host::logText()};
+    // The retopo mesh, the option variables and the view; then the tool's launch script (or,
+    // without it, the same steps in C++): the store, its link to the scan, the tool.
     std::vector<std::string> selection;
     if (fSession.document.contains("retopo")) {
         const std::string named = fSession.document["retopo"].get<std::string>();
@@ -281,19 +294,37 @@ void Player::setUp()
         const auto commands = host::pluginRegistrations(plugin).contextCommands;
         hasContext = hasContext || std::count(commands.begin(), commands.end(), fOptions.contextCommand) > 0;
     }
-    if (hasContext) {
-        const host::CommandOutput made = host::runCommand(fOptions.contextCommand, false);
-        if (!made.status || !host::setToolTo(made.text))
-            throw PlayError{kExitHostFailure, "cannot activate the tool " + fOptions.contextCommand + ":\n" + host::logText()};
+    const std::string launch = hasContext && fOptions.contextCommand == "tqSarnContext" ? launchScript(pluginPath) : "";
+    if (!launch.empty()) {
+        // As a Maya user starts it: the scan selected first, then the retopo mesh if any.
+        host::addScriptDirectory(fs::path(launch).parent_path().string());
+        std::vector<std::string> picked{host::nodeName(scanTransform)};
+        picked.insert(picked.end(), selection.begin(), selection.end());
+        host::select(picked);
+        const host::CommandOutput made = host::runCommand("source \"" + launch + "\"; tqSarnLaunch", false);
+        if (!made.status)
+            throw PlayError{kExitHostFailure, "the launch script " + launch + " failed:\n" + host::logText()};
         fContext = made.text;
     } else {
-        fErr << "tqsarn: the plug-in registers no " << fOptions.contextCommand
-             << " command: the steps that need the tool (press, drag, release, key) are skipped\n";
+        const MObject store = host::createNode("tqSarn", "tqSarn", "", &status);
+        if (!status || !host::connect(fScan.fullPathName().asChar() + std::string(".worldMesh"),
+                                      host::nodeName(store) + ".tqSarnMesh"))
+            throw PlayError{kExitHostFailure, "cannot make the tqSarn store node:\n" + host::logText()};
+        if (hasContext) {
+            const host::CommandOutput made = host::runCommand(fOptions.contextCommand, false);
+            if (!made.status || !host::setToolTo(made.text))
+                throw PlayError{kExitHostFailure, "cannot activate the tool " + fOptions.contextCommand + ":\n" + host::logText()};
+            fContext = made.text;
+        } else {
+            fErr << "tqsarn: the plug-in registers no " << fOptions.contextCommand
+                 << " command: the steps that need the tool (press, drag, release, key) are skipped\n";
+        }
     }
     host::flushUndoQueue();
     fSetup = {{"scan", fScanPath},
               {"plugin", pluginPath},
               {"context", fContext.empty() ? json(nullptr) : json(fContext)},
+              {"launch", launch.empty() ? json(nullptr) : json(launch)},
               {"view", {{"width", width}, {"height", height}}},
               {"log", logSince(logStart)}};
 }

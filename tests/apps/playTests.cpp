@@ -209,6 +209,9 @@ TEST_F(PlaySession, ExampleSessionPlays)
     ASSERT_TRUE(r.contains("steps")) << run.err;
     const bool hasTool = r["setup"]["context"].is_string();
     EXPECT_TRUE(hasTool) << run.err;
+    // The tool was started as in Maya, by the module's launch script.
+    ASSERT_TRUE(r["setup"]["launch"].is_string()) << r["setup"].dump(2);
+    EXPECT_EQ(fs::path(r["setup"]["launch"].get<std::string>()).filename(), "tqSarnLaunch.mel");
     EXPECT_EQ(run.code, tqsarn::kExitStepFailed) << run.err;
     int frames = 0;
     for (const json& step : r["steps"]) {

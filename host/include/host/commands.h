@@ -31,6 +31,17 @@ unsigned redoQueueLength();
 std::vector<std::string> undoQueueLabels();
 void flushUndoQueue();
 
+// The script path: the directories added here, in order, then those of MAYA_SCRIPT_PATH
+// (colon-separated, read at each lookup). `source` and the sourcing of a script named like an
+// unknown command look there.
+void addScriptDirectory(const std::string& directory);
+std::vector<std::string> scriptDirectories();
+// The script a name stands for ("tqSarnLaunch", "tqSarnLaunch.mel" or a path); empty when
+// there is none.
+std::string findScript(const std::string& name);
+// Whether a global procedure of that name has been defined.
+bool procedureExists(const std::string& name);
+
 // What the script editor would echo, oldest first.
 std::vector<std::string> journalLines();
 void clearJournal();

@@ -58,4 +58,9 @@ private:
     std::unique_ptr<Impl> fImpl;
 };
 
+// Renders the window or control that the UI commands made under that name (offscreen when
+// there is no display) into a PNG file; false when there is no such control or the file
+// cannot be written.
+bool grabWidget(const std::string& name, const std::string& pngPath);
+
 } // namespace host

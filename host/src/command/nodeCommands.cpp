@@ -418,9 +418,43 @@ MStatus lsCommand(const CommandCall& call, CommandValue& result)
     return MStatus::kSuccess;
 }
 
+// listRelatives [-c] [-s] [-f] [-ni] [-type t] names: the DAG children of each node, in
+// order (with -s only the shapes); no names means the selection.
+MStatus listRelativesCommand(const CommandCall& call, CommandValue& result)
+{
+    BuiltinArgs a;
+    if (!a.parse(call, {{"c", "children", 0},
+                        {"s", "shapes", 0},
+                        {"f", "fullPath", 0},
+                        {"ni", "noIntermediate", 0},
+                        {"typ", "type", 1}}))
+        return MStatus::kInvalidParameter;
+    std::vector<std::string> names = a.operandTexts();
+    if (names.empty())
+        names = selectionNames();
+    std::vector<std::string> out;
+    for (const std::string& name : names) {
+        NodeBody* n = findNodeByPath(name.substr(0, name.find('.')));
+        if (!n)
+            return commandError(call, "No object matches name: " + name, MStatus::kNotFound);
+        for (NodeBody* child : n->children) {
+            if (a.has("shapes") && !child->type->isShape)
+                continue;
+            if (a.has("noIntermediate") && isIntermediateShape(child))
+                continue;
+            if (a.has("type") && !child->type->isA(a.text("type")))
+                continue;
+            out.push_back(a.has("fullPath") ? nodePathName(child) : child->name);
+        }
+    }
+    result = CommandValue::ofStrings(out);
+    return MStatus::kSuccess;
+}
+
 struct Registrar {
     Registrar()
     {
+        registerBuiltinCommand("listRelatives", listRelativesCommand);
         registerBuiltinCommand("createNode", createNodeCommand);
         registerBuiltinCommand("delete", deleteCommand);
         registerBuiltinCommand("objExists", objExistsCommand);

@@ -327,9 +327,24 @@ MStatus currentCtxCommand(const CommandCall& call, CommandValue& result)
     return MStatus::kSuccess;
 }
 
+// contextInfo -exists name: 1 when a tool context of that name exists (the host's own
+// selection tool included).
+MStatus contextInfoCommand(const CommandCall& call, CommandValue& result)
+{
+    BuiltinArgs a;
+    if (!a.parse(call, {{"ex", "exists", 0}}))
+        return MStatus::kInvalidParameter;
+    if (!a.has("exists") || a.operands().size() != 1)
+        return commandError(call, "only -exists with one context name is available");
+    const std::string name = a.operands().front().text;
+    result = CommandValue::ofInt(ToolRegistry::instance().find(name) ? 1 : 0);
+    return MStatus::kSuccess;
+}
+
 struct Registrar {
     Registrar()
     {
+        registerBuiltinCommand("contextInfo", contextInfoCommand);
         registerBuiltinCommand("setToolTo", setToolToCommand);
         registerBuiltinCommand("currentCtx", currentCtxCommand);
         setContextCommandRunner([](const std::string& name, const CommandCall& call, CommandValue& result) {

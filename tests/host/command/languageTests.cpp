@@ -1,7 +1,13 @@
 // The command language: flags, values, strings, command substitution, if/else, comments, the
-// stray blanks of the tool's command texts, and the errors of malformed text.
+// stray blanks of the tool's command texts, procedures, variables and loops, scripts on the
+// script path, and the errors of malformed text.
 
 #include "commandTest.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include <unistd.h>
 
 using Items = std::vector<std::string>;
 
@@ -133,14 +139,116 @@ TEST_F(LanguageTest, MalformedTextFailsWithThePlace)
         {"if (1) { createNode transform", "'{' without a matching '}'"},
         {"else createNode transform", "'else' without 'if'"},
         {"if 1 createNode transform", "'if' needs its condition in parentheses"},
-        {"createNode $type", "variables ($name) are not supported"},
+        {"createNode transform -n $", "a variable name is expected after '$'"},
         {"createNode transform - ;", "'-' must be followed by a flag name or a number"},
-        {"if (nothing) delete a", "unexpected 'nothing' in the condition"},
-        {"ls(\"a\")", "is not supported"},
+        {"if (nothing) delete a", "unexpected 'nothing' in the expression"},
+        {"proc f( { }", "a parameter type (int, float or string) is expected"},
+        {"int $a = ;", "unexpected ';' in the expression"},
     };
     for (const Case& c : cases) {
         std::string log = failing(c.text);
         EXPECT_NE(log.find(c.message), std::string::npos) << c.text << "\n" << log;
     }
     EXPECT_TRUE(host::nodeNames("transform").empty()) << "a text that does not parse runs nothing";
+}
+
+TEST_F(LanguageTest, ProceduresTakeTypedArgumentsAndReturnValues)
+{
+    run("global proc string join(string $parts[], string $sep) {"
+        "    string $out = \"\";"
+        "    for ($i = 0; $i < size($parts); $i++) { if ($i > 0) $out += $sep; $out = $out + $parts[$i]; }"
+        "    return $out;"
+        "}"
+        "global proc int half(int $n) { return $n / 2; }");
+    EXPECT_EQ(run("string $a[] = {\"x\", \"y\", \"z\"}; join($a, \"-\")").text, "x-y-z");
+    EXPECT_EQ(run("half 7").text, "3") << "integers divide as integers";
+    EXPECT_EQ(run("float $f = 7; $f / 2").text, "3.5");
+    EXPECT_EQ(run("string $s = \"n\" + 1.5 + (2 * 3); $s").text, "n1.56");
+    EXPECT_EQ(run("int $k = 4; ($k > 3) ? \"big\" : `createNode transform -n neverMade`").text, "big");
+    EXPECT_FALSE(exists("neverMade")) << "only the branch taken runs";
+    EXPECT_NE(failing("half 1 2").find("takes 1 argument(s), 2 given"), std::string::npos);
+    // Runaway recursion and endless operator chains end with an error, not a crash.
+    run("global proc int forever(int $n) { return forever($n + 1); }");
+    EXPECT_NE(failing("forever 0").find("procedures nest more than 100 calls deep"), std::string::npos);
+    std::string chain = "1";
+    for (int i = 0; i < 1100; ++i)
+        chain += " + 1";
+    EXPECT_NE(failing("int $x = " + chain).find("nests deeper than 1024 operators"), std::string::npos);
+}
+
+TEST_F(LanguageTest, LoopsAndArraysWorkOnSceneNames)
+{
+    run("createNode transform -n a1; createNode transform -n a2; createNode transform -n b1");
+    EXPECT_EQ(run("string $names[] = `ls -type transform \"a*\"`; string $all;"
+                  "for ($n in $names) $all += $n + \",\"; $all")
+                  .text,
+              "a1,a2,");
+    EXPECT_EQ(run("int $k = 0; int $sum = 0; while (1) { $k++; if ($k > 10) break; if ($k % 2) continue; $sum += $k; } $sum")
+                  .text,
+              "30");
+    EXPECT_EQ(run("int $v[]; $v[3] = 4; size($v)").text, "4") << "an array grows to the index written";
+    EXPECT_EQ(run("global int $counter; $counter = 5; global proc int readCounter() { global int $counter; return $counter; }"
+                  "readCounter()")
+                  .text,
+              "5");
+    EXPECT_NE(failing("$undeclared + 1").find("$undeclared is an undeclared variable"), std::string::npos);
+    EXPECT_NE(failing("proc local1() { int $x = 1; } local1; $x").find("$x is an undeclared variable"),
+              std::string::npos)
+        << "a procedure's variables are its own";
+}
+
+class ScriptFileTest : public LanguageTest {
+protected:
+    void SetUp() override
+    {
+        LanguageTest::SetUp();
+        dir = std::filesystem::temp_directory_path() / ("melScripts" + std::to_string(::getpid()));
+        std::filesystem::create_directories(dir);
+        host::addScriptDirectory(dir.string());
+    }
+    void TearDown() override
+    {
+        std::filesystem::remove_all(dir);
+        LanguageTest::TearDown();
+    }
+    void write(const std::string& name, const std::string& text)
+    {
+        std::ofstream(dir / name) << text;
+    }
+    std::filesystem::path dir;
+};
+
+TEST_F(ScriptFileTest, ScriptsAreSourcedFromTheScriptPath)
+{
+    write("melShapes.mel", "proc string stem() { return \"made\"; }\n"
+                           "global proc string melShapes(int $n) {\n"
+                           "    string $made[];\n"
+                           "    for ($i = 0; $i < $n; ++$i) $made[$i] = `createNode transform -n (stem() + $i)`;\n"
+                           "    return $made[$n - 1];\n"
+                           "}\n");
+    // An unknown name sources the script named after it, then runs its procedure.
+    EXPECT_EQ(run("melShapes 3").text, "made2");
+    EXPECT_EQ(run("exists melShapes").text, "1");
+    EXPECT_NE(failing("stem").find("Unknown command 'stem'"), std::string::npos)
+        << "a local procedure is seen only by its own script";
+    write("melSourced.mel", "global proc int melSourced() { return 7; }");
+    EXPECT_EQ(run("source melSourced.mel; melSourced()").text, "7");
+    EXPECT_NE(failing("source noSuchScript").find("cannot find the script noSuchScript"), std::string::npos);
+}
+
+TEST_F(ScriptFileTest, ErrorsNameTheScriptAndLine)
+{
+    const std::string broken = (dir / "melBroken.mel").string();
+    write("melBroken.mel", "global proc melBroken() {\n"
+                           "    createNode transform -n ok;\n"
+                           "    setAttr nothing.tx 1;\n"
+                           "}\n");
+    std::string log = failing("melBroken");
+    EXPECT_NE(log.find(broken + " line 3:"), std::string::npos) << log;
+    write("melSyntax.mel", "global proc melSyntax() {\n    int $a = (1 + ;\n}\n");
+    log = failing("source melSyntax.mel");
+    EXPECT_NE(log.find("Syntax error in " + (dir / "melSyntax.mel").string() + ", line 2"), std::string::npos) << log;
+    write("melRuntime.mel", "int $a[];\nint $b = $a;\n");
+    log = failing("source melRuntime.mel");
+    EXPECT_NE(log.find("melRuntime.mel line 2: an array cannot be assigned"), std::string::npos) << log;
 }

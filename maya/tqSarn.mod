@@ -1,0 +1,1 @@
++ MAYAVERSION:2025 PLATFORM:linux tqSarn 0.97 ./tqSarn
