@@ -143,8 +143,9 @@ TEST_F(Brushes, RelaxLeavesVerticesOutsideItsSphereWhereTheyAre)
     const MPointArray after = positions();
     int moved = 0;
     for (unsigned v = 0; v < after.length(); ++v) {
-        if (before[v].distanceTo(before[9]) > 0.06 * box.width())
+        if (before[v].distanceTo(before[9]) > 0.06 * box.width()) {
             EXPECT_TRUE(after[v].isEquivalent(before[v], 1e-9)) << "vertex " << v << " is outside the brush";
+        }
         moved += after[v].isEquivalent(before[v], 1e-9) ? 0 : 1;
     }
     EXPECT_GT(moved, 0);
@@ -167,8 +168,9 @@ TEST_F(Brushes, MoveFollowsThePointerWithItsFalloffAndUndoesInOneStep)
     const double centre = after[9].distanceTo(before[9]);
     EXPECT_GT(centre, 0.01 * box.width());
     for (unsigned v = 0; v < after.length(); ++v) {
-        if (v != 9 && before[v].distanceTo(before[9]) > 0.05 * box.width())
+        if (v != 9 && before[v].distanceTo(before[9]) > 0.05 * box.width()) {
             EXPECT_LT(after[v].distanceTo(before[v]), centre) << "vertex " << v;
+        }
     }
     host::undo();
     EXPECT_TRUE(plugintest::samePoints(positions(), before));
