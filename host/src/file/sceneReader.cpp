@@ -864,8 +864,8 @@ private:
             fault(s.line, "connectAttr: " + quote(plugs[1]->text) + " cannot be a connection destination");
         if (da->kind == AttrKind::kMessage && sa->kind != AttrKind::kMessage)
             fault(s.line, "connectAttr: only a message can connect to " + quote(plugs[1]->text));
-        if (source.arrayPlug != destination.arrayPlug)
-            fault(s.line, "connectAttr: cannot connect " + both + ": one is a whole array");
+        if (destination.arrayPlug && !source.arrayPlug)
+            fault(s.line, "connectAttr: cannot connect " + both + ": the destination is a whole array");
         std::string key = std::to_string(c.destination) + plugName(nullptr, destination.key, true);
         if (auto it = fDestinations.find(key); it != fDestinations.end())
             fault(s.line, "connectAttr: " + quote(plugs[1]->text) + " is connected already (line " +
