@@ -363,6 +363,11 @@ private:
         const unsigned count = target.last - target.first + 1;
         if (target.range && (a->kind == AttrKind::kTyped || a->kind == AttrKind::kGeneric || a->kind == AttrKind::kMatrix))
             fault(s.line, quote(plugText) + ": a range of elements takes numbers only");
+        // A generic attribute holding a plain number is written without a -type.
+        if (a->kind == AttrKind::kGeneric && type.empty() && values.size() == 1 && !a->acceptedNumeric.empty()) {
+            fValues.push_back({node, target.key, Value::numeric(number(values[0])), -1});
+            return;
+        }
         if (a->kind == AttrKind::kTyped || a->kind == AttrKind::kGeneric)
             return dataValue(node, target.key, type, values, s.line, plugText);
         if (a->kind == AttrKind::kMatrix) {

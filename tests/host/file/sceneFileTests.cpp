@@ -103,6 +103,34 @@ TEST_F(SceneFile, ASavedSceneOpensAsTheSameSceneAndSavesToTheSameText)
     EXPECT_NE(sceneDigest(), before);
 }
 
+// Every cut of a saved scene, and bytes overwritten across it, either opens or is refused
+// with a line; the sanitizer build checks that nothing reads out of bounds on the way.
+TEST_F(SceneFile, DamagedFilesOpenOrAreRefusedWithALine)
+{
+    MStatus status;
+    host::addMesh(host::gridPlane(1.0f, 1.0f, 2, 1), "plane", &status);
+    ASSERT_TRUE(status);
+    run("setAttr planeShape.pnts[1] -type float3 0 1 0");
+    run("polySplitRing planeShape.e[1]");
+    ASSERT_TRUE(host::saveScene(path("good.ma")));
+    const std::string text = read(path("good.ma"));
+    unsigned seed = 7;
+    for (std::size_t cut = 0; cut < text.size(); cut += 1 + text.size() / 97) {
+        std::string damaged = text.substr(0, cut);
+        if (cut % 2) {
+            damaged = text;
+            for (int i = 0; i < 4; ++i) {
+                seed = seed * 1103515245u + 12345u;
+                damaged[(seed >> 8) % damaged.size()] = "\";[]:.\n -9x"[(seed >> 20) % 13];
+            }
+        }
+        std::string error;
+        if (!host::openScene(write("cut.ma", damaged), &error)) {
+            EXPECT_NE(error.find("cut.ma:"), std::string::npos) << error;
+        }
+    }
+}
+
 TEST_F(SceneFile, MalformedFilesNameTheirLineAndLeaveTheSceneAsItWas)
 {
     MStatus status;
