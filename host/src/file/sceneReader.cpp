@@ -123,11 +123,17 @@ public:
     {
         const std::string_view command = s.tokens[0].text;
         if (command == "requires") {
-            for (std::size_t i = 1; i < s.tokens.size(); ++i)
-                if (s.tokens[i].isFlag())
-                    ++i;
-                else if (s.tokens[i].text != "maya" && fRequired.empty())
-                    fRequired = std::string(s.tokens[i].text);
+            // requires [-nodeType type]... plugin version: which plug-in makes which types.
+            std::vector<std::string> types, operands;
+            for (std::size_t i = 1; i < s.tokens.size(); ++i) {
+                if (!s.tokens[i].isFlag())
+                    operands.emplace_back(s.tokens[i].text);
+                else if (i + 1 < s.tokens.size() && s.tokens[i++].text == "-nodeType")
+                    types.emplace_back(s.tokens[i].text);
+            }
+            if (!operands.empty() && operands[0] != "maya")
+                for (const std::string& type : types)
+                    fPluginOf[type] = operands[0];
             return;
         }
         if (command == "currentUnit" || command == "fileInfo" || command == "select" || command == "rename" ||
@@ -184,8 +190,8 @@ private:
         n.type = NodeTypeRegistry::instance().find(type);
         if (!n.type) {
             std::string why = "unknown node type " + quote(type);
-            if (!fRequired.empty())
-                why += " (is the plug-in the file requires, " + quote(fRequired) + ", loaded?)";
+            if (fPluginOf.count(type))
+                why += ": the file requires it of the plug-in " + quote(fPluginOf[type]) + ", which is not loaded";
             fault(s.line, why);
         }
         if (!n.type->creator || type == "world" || type == "dependNode" || type == "dagNode" || type == "shape")
@@ -886,7 +892,7 @@ private:
     std::unordered_map<std::string, int> fByName;
     std::unordered_map<std::string, int> fDestinations;
     std::map<std::pair<int, const AttributeBody*>, unsigned> fNextIndex;
-    std::string fRequired;
+    std::unordered_map<std::string, std::string> fPluginOf; // node type -> plug-in, from requires
     int fCurrent = -1;
 };
 

@@ -149,7 +149,8 @@ TEST_F(SceneFile, MalformedFilesNameTheirLineAndLeaveTheSceneAsItWas)
         {head + "\tsetAttr \".t\" -type \"double3\" 1 two 3;\n", "bad.ma:4: 'two' is not a value for '.t'"},
         {head + "\tsetAttr \".t\" -type \"double3\" 1 2;\n", "bad.ma:4: '.t' takes 3 value(s), got 2"},
         {head + "connectAttr \"ghost.t\" \"t.t\";\n", "bad.ma:4: no node named 'ghost' was made before this line"},
-        {head + "createNode noSuchType -n \"x\";\n", "bad.ma:4: unknown node type 'noSuchType'"},
+        {"requires -nodeType \"tqThing\" \"thingPlugin\" \"1.0\";\ncreateNode tqThing -n \"x\";\n",
+         "bad.ma:2: unknown node type 'tqThing': the file requires it of the plug-in 'thingPlugin', which is not loaded"},
         {head + "createNode transform -n \"t\";\n", "bad.ma:4: a node named 't' exists already (line 3)"},
         {head + "\tsetAttr \".v\" \"no;\n", "bad.ma:4: a string is not closed"},
         {head + "polyCube -n \"c\";\n", "bad.ma:4: the command 'polyCube' is not part of"},
@@ -168,6 +169,27 @@ TEST_F(SceneFile, MalformedFilesNameTheirLineAndLeaveTheSceneAsItWas)
     std::string error;
     EXPECT_FALSE(host::openScene(path("absent.ma"), &error));
     EXPECT_NE(error.find("absent.ma: the file cannot be read"), std::string::npos) << error;
+}
+
+TEST_F(SceneFile, TheFileCommandSavesUnderTheSceneNameAndOpens)
+{
+    MStatus status;
+    host::addMesh(host::gridPlane(1.0f, 1.0f, 2, 2), "plane", &status);
+    ASSERT_TRUE(status);
+    const std::vector<std::string> saved = sceneDigest();
+    EXPECT_FALSE(host::runCommand("file -save").status);
+    EXPECT_TRUE(host::logContains(host::LogLevel::kError, "file: the scene has no name"));
+    run("file -rename \"" + path("named.ma") + "\"");
+    EXPECT_FALSE(host::runCommand("file -save -type \"mayaBinary\"").status);
+    run("file -save -type \"mayaAscii\"");
+    run("createNode transform -n extra");
+    // Opening after a change in the same call would leave an undo entry for a lost scene.
+    EXPECT_FALSE(host::runCommand("createNode transform -n more; file -f -open \"" + path("named.ma") + "\"").status);
+    EXPECT_TRUE(host::logContains(host::LogLevel::kError, "as a call of their own"));
+    run("file -f -open \"" + path("named.ma") + "\"");
+    EXPECT_EQ(sceneDigest(), saved);
+    EXPECT_EQ(host::runCommand("file -q -sn").text, path("named.ma"));
+    EXPECT_EQ(host::undoQueueLength(), 0u);
 }
 
 } // namespace
