@@ -896,6 +896,8 @@ private:
     int fCurrent = -1;
 };
 
+MStatus makeScene(Planner& plan, const std::string& path, std::string* error);
+
 MStatus failed(const std::string& message, std::string* error)
 {
     writeLog(LogLevel::kError, message);
@@ -936,6 +938,18 @@ MStatus openScene(const std::string& path, std::string* error)
     }
 
     // The file is whole: make it.
+    try {
+        return makeScene(plan, path, error);
+    } catch (const std::exception& e) {
+        newScene();
+        return failed("Cannot open the scene " + path + ": " + e.what() + "; the scene is left empty", error);
+    }
+}
+
+namespace {
+
+MStatus makeScene(Planner& plan, const std::string& path, std::string* error)
+{
     newScene();
     Scene& scene = Scene::current();
     auto abandon = [&](int line, const std::string& why) {
@@ -975,4 +989,5 @@ MStatus openScene(const std::string& path, std::string* error)
     return MStatus::kSuccess;
 }
 
+} // namespace
 } // namespace host

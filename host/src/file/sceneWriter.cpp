@@ -449,7 +449,9 @@ void dagOrder(NodeBody* node, std::vector<NodeBody*>& out)
 
 } // namespace
 
-MStatus saveScene(const std::string& path, std::string* error)
+namespace {
+
+MStatus writeScene(const std::string& path, std::string* error)
 {
     auto fail = [&](const std::string& why) {
         const std::string message = "Cannot save the scene to " + path + ": " + why;
@@ -496,6 +498,22 @@ MStatus saveScene(const std::string& path, std::string* error)
         return fail(ec.message());
     }
     return MStatus::kSuccess;
+}
+
+} // namespace
+
+MStatus saveScene(const std::string& path, std::string* error)
+{
+    try {
+        return writeScene(path, error);
+    } catch (const std::exception& e) {
+        // A scene too large for memory: nothing was written over the file.
+        const std::string message = "Cannot save the scene to " + path + ": " + e.what();
+        writeLog(LogLevel::kError, message);
+        if (error)
+            *error = message;
+        return MStatus::kFailure;
+    }
 }
 
 } // namespace host
