@@ -121,7 +121,8 @@ TEST_F(SceneFile, DamagedFilesOpenOrAreRefusedWithALine)
             damaged = text;
             for (int i = 0; i < 4; ++i) {
                 seed = seed * 1103515245u + 12345u;
-                damaged[(seed >> 8) % damaged.size()] = "\";[]:.\n -9x"[(seed >> 20) % 13];
+                const std::string bytes = "\";[]:.\n -9x";
+                damaged[(seed >> 8) % damaged.size()] = bytes[(seed >> 20) % bytes.size()];
             }
         }
         std::string error;
