@@ -7,6 +7,7 @@
 #include <host/harness.h>
 #include <host/log.h>
 #include <host/meshFiles.h>
+#include <host/sceneFiles.h>
 #include <host/tools.h>
 #include <host/viewport.h>
 
@@ -646,9 +647,19 @@ int Player::run()
         fErr << "\r\033[K" << std::flush;
     if (fScan.isValid())
         writeOutputs(report);
+    // The scene as the session left it, for Maya or a later session to open.
+    std::string saveError;
+    if (fScan.isValid() && !fOptions.scenePath.empty()) {
+        if (host::saveScene(fOptions.scenePath, &saveError))
+            report["scene"] = fOptions.scenePath;
+        else if (abort.empty())
+            code = kExitUsage;
+    }
     report["milliseconds"] = millisecondsSince(fStart);
     const fs::path reportPath = fs::path(fOptions.outDir) / "report.json";
     std::ofstream(reportPath) << report.dump(2) << "\n";
+    if (!saveError.empty())
+        fErr << "tqsarn: " << saveError << "\n";
     if (!abort.empty()) {
         fErr << "tqsarn: " << abort << "\n";
         return code;
@@ -675,12 +686,15 @@ int Player::run()
     for (const std::string& file : fOutputs)
         fOut << ", " << file;
     fOut << "\n";
+    if (report.contains("scene"))
+        fOut << "Scene saved to " << fOptions.scenePath << ".\n";
     return code;
 }
 
 int usage(std::ostream& err)
 {
     err << "usage: tqsarn play SESSION.json [--scan FILE] [--out DIR] [--plugin FILE]... [--context COMMAND]\n"
+           "                   [--save SCENE.ma]\n"
            "       tqsarn info SCAN\n";
     return kExitUsage;
 }
@@ -760,6 +774,8 @@ int run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
             options.extraPlugins.push_back(args[++i]);
         else if (arg == "--context" && hasValue)
             options.contextCommand = args[++i];
+        else if (arg == "--save" && hasValue)
+            options.scenePath = args[++i];
         else if (!arg.empty() && arg[0] != '-' && options.sessionPath.empty())
             options.sessionPath = arg;
         else

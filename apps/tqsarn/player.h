@@ -26,6 +26,7 @@ struct PlayOptions {
     std::string pluginPath; // the tqSarn module; empty: TQSARN_PLUGIN, else the one built with this program
     std::vector<std::string> extraPlugins; // loaded after tqSarn, in order
     std::string contextCommand = "tqSarnContext";
+    std::string scenePath; // not empty: the scene is saved there as a .ma file at the end
     bool progress = false; // a progress line on `err` for sessions longer than a second
 };
 
