@@ -302,7 +302,10 @@ void Player::setUp()
         std::vector<std::string> picked{host::nodeName(scanTransform)};
         picked.insert(picked.end(), selection.begin(), selection.end());
         host::select(picked);
-        const host::CommandOutput made = host::runCommand("source \"" + launch + "\"; tqSarnLaunch", false);
+        // Each play is a Maya session of its own: a context an earlier play in this process
+        // made (kept in the script's global) keeps the intersector of that play's scan.
+        const host::CommandOutput made = host::runCommand(
+            "source \"" + launch + "\"; global string $gTqSarnContext; $gTqSarnContext = \"\"; tqSarnLaunch", false);
         if (!made.status)
             throw PlayError{kExitHostFailure, "the launch script " + launch + " failed:\n" + host::logText()};
         fContext = made.text;

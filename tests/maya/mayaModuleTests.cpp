@@ -4,6 +4,7 @@
 
 #include "../tool/toolTest.h"
 
+#include "store/storeWrites.h"
 #include "store/hostWidgets.h"
 #include "store/optionVars.h"
 
@@ -117,7 +118,7 @@ TEST_F(ModuleTest, ThePanelHasEveryControlThePluginReaches)
 // variables, the pinch from the slider once the lock is off, the bridge divisions.
 TEST_F(ModuleTest, PanelControlsDriveTheTool)
 {
-    launch();
+    const std::string context = launch();
     control<QSpinBox>("tqSarnUSpanField")->setValue(7);
     control<QSpinBox>("tqSarnVSpanField")->setValue(5);
     EXPECT_EQ(tq::getUSpans(), 7);
@@ -126,6 +127,10 @@ TEST_F(ModuleTest, PanelControlsDriveTheTool)
     control<QPushButton>("tqSarnFigCircleBtn")->click();
     EXPECT_TRUE(control<QPushButton>("tqSarnFigCircleBtn")->isChecked());
     EXPECT_FALSE(control<QPushButton>("tqSarnFigFreeBtn")->isChecked()) << "one figure at a time";
+    EXPECT_NE(run("tqSarnContext -q -fig " + context).text, "0") << "the figure reached the tool";
+    control<QPushButton>("tqSarnMoveBtn")->click();
+    EXPECT_EQ(info1(), "Move Brush");
+    control<QPushButton>("tqSarnMoveBtn")->click();
 
     control<QDoubleSpinBox>("tqSarnIntensField")->setValue(60.0);
     control<QDoubleSpinBox>("tqSarnRadiusField")->setValue(20.0);
@@ -136,10 +141,12 @@ TEST_F(ModuleTest, PanelControlsDriveTheTool)
     control<QCheckBox>("tqSarnBackFaceChk")->click();
     EXPECT_EQ(tq::optionVarIntOr("tq_sarnBackFace", 1), 0);
 
-    // Locked, the stored pinch counts; unlocked, the slider's hundredths.
-    const double stored = tq::getPinch();
+    // The slider sends its hundredths to the tool, which stores them. Locked, the stored pinch
+    // counts; unlocked, the slider's.
     control<QSlider>(tq::widget::kPinchSlider)->setValue(40);
-    EXPECT_EQ(tq::getPinch(), stored);
+    EXPECT_NEAR(tq::getPinch(), 0.4, 1e-12);
+    ASSERT_TRUE(tq::setPinch(0.1));
+    EXPECT_NEAR(tq::getPinch(), 0.1, 1e-12);
     control<QCheckBox>(tq::widget::kLockedPinchCheck)->click();
     EXPECT_NEAR(tq::getPinch(), 0.4, 1e-12);
 
@@ -148,6 +155,7 @@ TEST_F(ModuleTest, PanelControlsDriveTheTool)
 
     // The freeze buttons are the tool's: it unchecks them when it stops.
     control<QPushButton>(tq::widget::kFreezeButton)->click();
+    EXPECT_EQ(info1(), "Freeze Border");
     run("setToolTo selectSuperContext");
     EXPECT_FALSE(control<QPushButton>(tq::widget::kFreezeButton)->isChecked());
 }
