@@ -23,6 +23,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
+#include <iterator>
+#include <string>
 
 namespace tqsarntest {
 namespace {
@@ -159,6 +162,32 @@ TEST_F(ExampleSession, SeveralSarnsAddToOneRetopoMeshOnTheScan)
     EXPECT_LT(q["maxDistance"].get<double>(), 2.7e-3);
     EXPECT_NEAR(farthestFromScan(mesh), q["maxDistance"].get<double>(), 1e-5);
     EXPECT_TRUE(has(run.out, "45 faces (45 quads), 72 vertices"));
+}
+
+// The brushes played from a session: every step plays, the relax and the pull each change
+// the sarn in one step, and the pull's undo leaves the relaxed sarn, still on the scan.
+TEST_F(ExampleSession, BrushesRelaxAndPullTheSarnOnTheScan)
+{
+    const Outcome run = play(example("relax-and-move.json"), "out");
+    ASSERT_EQ(run.code, tqsarn::kExitOk) << run.err;
+    const json r = report();
+    int undos = 0;
+    for (const json& step : r["steps"]) {
+        EXPECT_EQ(step["status"], "ok") << step.dump(2);
+        undos += step["kind"] == "undo";
+    }
+    EXPECT_EQ(undos, 1);
+    const json& q = r["retopo"];
+    EXPECT_EQ(q["quadRatio"], 1.0);
+    EXPECT_LT(q["maxDistance"].get<double>(), 1e-5) << "the brushes keep every vertex on the scan";
+    // The frames after the relax and after the pull's undo show the same sarn; the pull's differs.
+    auto frame = [&](const char* name) {
+        std::ifstream in(path("out/" + std::string(name)), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    EXPECT_EQ(frame("frame-014-relaxed.png"), frame("frame-020-pull-undone.png"));
+    EXPECT_NE(frame("frame-014-relaxed.png"), frame("frame-018-moved.png"));
+    EXPECT_NE(frame("frame-010-sarn.png"), frame("frame-014-relaxed.png"));
 }
 
 // The strokes before Enter, and the shadow rows after it, drawn where their points project.
