@@ -61,24 +61,6 @@ MDagPath pathOf(MFnMesh& fnMesh)
     return path;
 }
 
-// addPolygon on a shape with no geometry builds a mesh object of its own, whose faces reach
-// the retopo mesh only through the patch node's feed: that object goes again, with the
-// transform above it.
-void deleteThrowAwayMesh(const MObject& owner, const MDagPath& meshPath)
-{
-    if (owner.isNull() || owner == meshPath.node() || owner == meshPath.transform())
-        return;
-    MFnDagNode ownerFn(owner);
-    MObject above = owner.hasFn(MFn::kTransform) ? owner : ownerFn.parent(0);
-    const MString name = above.hasFn(MFn::kTransform) ? MFnDagNode(above).fullPathName() : ownerFn.fullPathName();
-    MString command = "if (`objExists ";
-    command += name;
-    command += "`) {delete ";
-    command += name;
-    command += "; }";
-    reported(MGlobal::executeCommand(command), __LINE__);
-}
-
 MPointArray allWorldPositions(const MDagPath& meshPath, MStatus& status)
 {
     MPointArray positions;
@@ -233,7 +215,7 @@ MStatus tqSarnToolCmd::redrawPatchFromStrokes(const MDagPath& mesh, MMeshIsectAc
     const bool flip = projectVertices(built, added, accelParams, status);
     if (!(status = feedPatchNode(fnMesh, flip, node, newFaces)))
         return status;
-    deleteThrowAwayMesh(owner, mesh);
+    reported(deleteThrowAwayMesh(owner, mesh), __LINE__);
 
     resumePatchNode(node);
     stackShadow();

@@ -112,17 +112,8 @@ MStatus tqSarnToolCmd::scratchPatch(const MDagPath& mesh, MMeshIsectAccelParams&
 
     // An empty shape makes addPolygon build a mesh object of its own, whose faces reached the
     // retopo mesh through the patch node: the throw-away object goes, its transform with it.
-    if (oldCount == 0 && !owner.isNull()) {
-        MFnDagNode ownerFn(owner);
-        MObject above = owner.hasFn(MFn::kTransform) ? owner : ownerFn.parent(0);
-        const MString name = above.hasFn(MFn::kTransform) ? MFnDagNode(above).fullPathName() : ownerFn.fullPathName();
-        MString command = "if (`objExists ";
-        command += name;
-        command += "`) {delete ";
-        command += name;
-        command += "; }";
-        reported(MGlobal::executeCommand(command), __LINE__);
-    }
+    if (oldCount == 0)
+        reported(deleteThrowAwayMesh(owner, mesh), __LINE__);
     stackShadow();
     refreshShadowRows();
     writeNewFaces(newFaces);

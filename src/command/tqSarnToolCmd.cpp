@@ -2,6 +2,7 @@
 
 #include "kernel/debugDump.h"
 #include "kernel/entryBarrier.h"
+#include "kernel/commandTexts.h"
 #include "kernel/patchPlumbing.h"
 #include "kernel/shadowRows.h"
 #include "store/logModules.h"
@@ -232,13 +233,7 @@ MStatus tqSarnToolCmd::runUndo(const MDagPath& mesh)
             return reported(status, __LINE__);
         return restoreStoreState(kUndoLabel);
     case kScratchNewMesh: {
-        const MString path = meshPath.fullPathName();
-        MString command = "if (`objExists ";
-        command += path;
-        command += "`) {delete ";
-        command += path;
-        command += "; }";
-        if (!(status = MGlobal::executeCommand(command)))
+        if (!(status = MGlobal::executeCommand(deleteIfExistsCommand(meshPath.fullPathName()))))
             return reported(status, __LINE__);
         return restoreStoreState(kUndoLabel);
     }

@@ -64,6 +64,16 @@ MString bridgeEdgesCommand(const MDagPath& meshPath, const MIntArray& edgesA, co
     return text;
 }
 
+MString deleteIfExistsCommand(const MString& name)
+{
+    MString command = "if (`objExists ";
+    command += name;
+    command += "`) {delete ";
+    command += name;
+    command += "; }";
+    return command;
+}
+
 MString mergePairCommand(const MIntArray& vertices, const MDagPath& meshPath)
 {
     const MString path = meshPath.fullPathName();

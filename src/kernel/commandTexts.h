@@ -31,6 +31,9 @@ MString mergePairCommand(const MIntArray& vertices, const MDagPath& meshPath);
 MString moveAndMergeCommand(const MDagPath& meshPath, const MIntArray& verticesA, const MIntArray& verticesB,
                             const MPointArray& positions);
 
+// "if (`objExists <name>`) {delete <name>; }": deletes the node when it is there.
+MString deleteIfExistsCommand(const MString& name);
+
 // The number of nodes in the retopo mesh's history ("listHistory -ac"); 0 when no mesh is
 // selected or the command fails.
 unsigned int historyLength();

@@ -1,5 +1,7 @@
 #include "kernel/patchPlumbing.h"
 
+#include "kernel/commandTexts.h"
+
 #include "store/logModules.h"
 #include "store/storeLookup.h"
 
@@ -224,5 +226,15 @@ MStatus detachPatchNode(const MString& name)
 MStatus suspendPatchNode(const MObject& node) { return writeNodeState(node, 1); }
 
 MStatus resumePatchNode(const MObject& node) { return writeNodeState(node, 0); }
+
+MStatus deleteThrowAwayMesh(const MObject& owner, const MDagPath& meshPath)
+{
+    if (owner.isNull() || owner == meshPath.node() || owner == meshPath.transform())
+        return MStatus::kSuccess;
+    MFnDagNode ownerFn(owner);
+    MObject above = owner.hasFn(MFn::kTransform) ? owner : ownerFn.parent(0);
+    const MString name = above.hasFn(MFn::kTransform) ? MFnDagNode(above).fullPathName() : ownerFn.fullPathName();
+    return MGlobal::executeCommand(deleteIfExistsCommand(name));
+}
 
 } // namespace tq

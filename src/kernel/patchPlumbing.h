@@ -48,6 +48,11 @@ MStatus attachPatchNode(const MString& name, const MDagPath& meshPath, MObject& 
 // whose connections cannot be traced, is kInvalidParameter with the scene untouched.
 MStatus detachPatchNode(const MString& name);
 
+// addPolygon on a shape with no geometry builds a mesh object of its own (`owner`), whose
+// faces reach the retopo mesh only through the patch node's feed: that object goes again,
+// with the transform above it. Nothing for the retopo mesh itself or a null owner.
+MStatus deleteThrowAwayMesh(const MObject& owner, const MDagPath& meshPath);
+
 // The name of the plug feeding `node`.`inAttr` into `sourceName`, and of the last plug fed by
 // `node`.`outAttr` into `destinationName`. False when a plug is missing or the output feeds
 // nothing.

@@ -84,6 +84,32 @@ void writeStorePoint(const MPoint& point, const char* name)
         logged(tq::writeTripleAttr(point, name, store), __LINE__);
 }
 
+// What both brushes read of the retopo mesh at each catch: its raw object-space points and
+// its angle-weighted object-space vertex normals.
+struct BrushMesh {
+    BrushMesh(const MDagPath& meshPath, MStatus& status) : fn(meshPath, &status)
+    {
+        if (!status)
+            return;
+        raw = fn.getRawPoints(&status);
+        count = fn.numVertices();
+        fn.getVertexNormals(true, normals, MSpace::kObject);
+    }
+    MFnMesh fn;
+    const float* raw = nullptr;
+    int count = 0;
+    MFloatVectorArray normals;
+};
+
+// With a row active, the vertices of its first shadow row: the brushes hold them still.
+MIntArray heldVertices()
+{
+    MIntArray held, unused2, unused3;
+    if (tq::hasPlayerVertices())
+        tq::readShadowIndices(held, unused2, unused3);
+    return held;
+}
+
 } // namespace
 
 // ---- shared
@@ -143,13 +169,12 @@ void tqSarnContext::armRelaxBrushFromOptions()
 MObject tqSarnContext::collectBrushVertices(double radius, const MDagPath& meshPath, MVector& normal)
 {
     MStatus status;
-    MFnMesh fnMesh(meshPath, &status);
+    const BrushMesh brushMesh(meshPath, status);
     if (!status)
         return MObject::kNullObj;
-    const float* raw = fnMesh.getRawPoints(&status);
-    const int count = fnMesh.numVertices();
-    MFloatVectorArray normals;
-    fnMesh.getVertexNormals(true, normals, MSpace::kObject);
+    const float* raw = brushMesh.raw;
+    const int count = brushMesh.count;
+    const MFloatVectorArray& normals = brushMesh.normals;
     MFnSingleIndexedComponent fnComponent;
     MObject component = fnComponent.create(MFn::kMeshVertComponent);
 
@@ -162,9 +187,7 @@ MObject tqSarnContext::collectBrushVertices(double radius, const MDagPath& meshP
     brushHitPoint = MPoint(hits[0]);
     const MPoint hit = brushHitPoint * meshPath.inclusiveMatrixInverse();
 
-    MIntArray held, unused2, unused3;
-    if (tq::hasPlayerVertices())
-        tq::readShadowIndices(held, unused2, unused3);
+    const MIntArray held = heldVertices();
     const double radius2 = radius * radius;
     for (int v = 0; raw && v < count; ++v) {
         if (listed(held, v))
@@ -193,9 +216,7 @@ MObject tqSarnContext::collectBrushVerticesOffMesh(double radius, const MDagPath
         return MObject::kNullObj;
     brushHitPoint = hit;
     brushCentreVertex = -1;
-    MIntArray held, unused2, unused3;
-    if (tq::hasPlayerVertices())
-        tq::readShadowIndices(held, unused2, unused3);
+    const MIntArray held = heldVertices();
     MFnSingleIndexedComponent fnComponent(component);
     const double radius2 = radius * radius;
     MStatus status;
@@ -322,20 +343,17 @@ MStatus tqSarnContext::storeTweakRadius(bool clear)
 MObject tqSarnContext::collectMoveVertices(double radius, const MDagPath& meshPath)
 {
     MStatus status;
-    MFnMesh fnMesh(meshPath, &status);
+    const BrushMesh brushMesh(meshPath, status);
     if (!status)
         return MObject::kNullObj;
-    const float* raw = fnMesh.getRawPoints(&status);
-    const int count = fnMesh.numVertices();
-    MFloatVectorArray normals;
-    fnMesh.getVertexNormals(true, normals, MSpace::kObject);
+    const float* raw = brushMesh.raw;
+    const int count = brushMesh.count;
+    const MFloatVectorArray& normals = brushMesh.normals;
     const MVector direction = cameraDirection(view);
     const bool skipBackFaces = tq::optionVarBoolOr(tq::optionVar::kBackFaceCulling, tq::optionVarDefault::kBackFaceCulling);
     MFnSingleIndexedComponent fnComponent;
     MObject component = fnComponent.create(MFn::kMeshVertComponent);
-    MIntArray held, unused2, unused3;
-    if (tq::hasPlayerVertices())
-        tq::readShadowIndices(held, unused2, unused3);
+    const MIntArray held = heldVertices();
     const double radius2 = radius * radius;
 
     MFloatPointArray hits;
