@@ -100,6 +100,16 @@ Scene& sceneOf(int thousands)
     return *scene;
 }
 
+// The scene of the benchmark's size; null, with the benchmark skipped, when there is no scan.
+Scene* sceneFor(benchmark::State& state)
+{
+    Scene& s = sceneOf(int(state.range(0)));
+    if (s.ok)
+        return &s;
+    state.SkipWithError("no scan");
+    return nullptr;
+}
+
 std::string activeTool(bool fresh)
 {
     static std::string name;
@@ -112,11 +122,10 @@ int pixelOf(int i, int count) { return kStrokeX0 + (kStrokeX1 - kStrokeX0) * i /
 
 void BM_Activation(benchmark::State& state)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     MFnMesh mesh(s.scan);
     for (auto _ : state) {
         state.PauseTiming();
@@ -132,11 +141,10 @@ void BM_Activation(benchmark::State& state)
 
 void BM_DragEventOn300PointStroke(benchmark::State& state)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     host::setToolTo(activeTool(false));
     constexpr int kPoints = 300;
     double strokePoints = 0.0;
@@ -164,11 +172,10 @@ void BM_DragEventOn300PointStroke(benchmark::State& state)
 // allIntersections each, with the same settings.
 void BM_Floor300StrokeRecasts(benchmark::State& state)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     const M3dView view = M3dView::active3dView();
     MFnMesh mesh(s.scan);
     MMeshIsectAccelParams accel = MFnMesh::autoUniformGridParams();
@@ -197,11 +204,10 @@ void BM_Floor300StrokeRecasts(benchmark::State& state)
 
 void BM_EnterMakesA20x10Sarn(benchmark::State& state)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     host::setToolTo(activeTool(false));
     MGlobal::clearSelectionList();
     for (auto _ : state) {
@@ -228,11 +234,10 @@ void BM_EnterMakesA20x10Sarn(benchmark::State& state)
 // vertices, with the projection's settings.
 void BM_FloorSarnVertexProjections(benchmark::State& state)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     const M3dView view = M3dView::active3dView();
     MFnMesh mesh(s.scan);
     MMeshIsectAccelParams accel = MFnMesh::autoUniformGridParams();
@@ -294,11 +299,10 @@ bool tenThousandQuads(const Scene& s, MDagPath& retopo)
 
 void BM_SpanDragEventOn10kQuads(benchmark::State& state)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     host::setToolTo(activeTool(false));
     MDagPath retopo;
     if (!tenThousandQuads(s, retopo)) {
@@ -346,11 +350,10 @@ double brushRadiusFor200(const MDagPath& retopo)
 // One drag event of a brush on the 10k quads, the press and release untimed, then undone.
 void brushDragEvent(benchmark::State& state, host::Modifiers held)
 {
-    Scene& s = sceneOf(int(state.range(0)));
-    if (!s.ok) {
-        state.SkipWithError("no scan");
+    Scene* scene = sceneFor(state);
+    if (!scene)
         return;
-    }
+    Scene& s = *scene;
     host::setToolTo(activeTool(false));
     MDagPath retopo;
     if (!tenThousandQuads(s, retopo)) {
