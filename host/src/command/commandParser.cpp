@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <initializer_list>
 
 namespace host {
 namespace {
@@ -759,70 +760,38 @@ private:
         return left;
     }
 
-    std::unique_ptr<ScriptExpr> orExpression()
+    // One level of left-associative binary operators over the next tighter level: the
+    // operators are tried in order, so a longer one must come before its prefix.
+    using Level = std::unique_ptr<ScriptExpr> (Parser::*)();
+    struct BinaryOp {
+        const char* text;
+        Op op;
+    };
+    std::unique_ptr<ScriptExpr> chain(Level next, std::initializer_list<BinaryOp> ops)
     {
-        auto left = andExpression();
-        while (left && match("||")) {
-            auto right = andExpression();
+        auto left = (this->*next)();
+        while (left) {
+            const BinaryOp* found = std::find_if(ops.begin(), ops.end(), [&](const BinaryOp& o) { return match(o.text); });
+            if (found == ops.end())
+                break;
+            auto right = (this->*next)();
             if (!right)
                 return nullptr;
-            left = binary(Op::kOr, std::move(left), std::move(right));
+            left = binary(found->op, std::move(left), std::move(right));
         }
         return left;
     }
 
-    std::unique_ptr<ScriptExpr> andExpression()
-    {
-        auto left = equality();
-        while (left && match("&&")) {
-            auto right = equality();
-            if (!right)
-                return nullptr;
-            left = binary(Op::kAnd, std::move(left), std::move(right));
-        }
-        return left;
-    }
-
+    std::unique_ptr<ScriptExpr> orExpression() { return chain(&Parser::andExpression, {{"||", Op::kOr}}); }
+    std::unique_ptr<ScriptExpr> andExpression() { return chain(&Parser::equality, {{"&&", Op::kAnd}}); }
     std::unique_ptr<ScriptExpr> equality()
     {
-        auto left = relation();
-        while (left) {
-            Op op;
-            if (match("=="))
-                op = Op::kEqual;
-            else if (match("!="))
-                op = Op::kNotEqual;
-            else
-                break;
-            auto right = relation();
-            if (!right)
-                return nullptr;
-            left = binary(op, std::move(left), std::move(right));
-        }
-        return left;
+        return chain(&Parser::relation, {{"==", Op::kEqual}, {"!=", Op::kNotEqual}});
     }
-
     std::unique_ptr<ScriptExpr> relation()
     {
-        auto left = additive();
-        while (left) {
-            Op op;
-            if (match("<="))
-                op = Op::kLessEqual;
-            else if (match(">="))
-                op = Op::kGreaterEqual;
-            else if (match("<"))
-                op = Op::kLess;
-            else if (match(">"))
-                op = Op::kGreater;
-            else
-                break;
-            auto right = additive();
-            if (!right)
-                return nullptr;
-            left = binary(op, std::move(left), std::move(right));
-        }
-        return left;
+        return chain(&Parser::additive,
+                     {{"<=", Op::kLessEqual}, {">=", Op::kGreaterEqual}, {"<", Op::kLess}, {">", Op::kGreater}});
     }
 
     std::unique_ptr<ScriptExpr> additive()
