@@ -5,8 +5,9 @@
 // branch taken at release.
 //
 // The Ctrl-left redraw of the last sarn and the middle-Shift change of its spans and pinch
-// (interactiveSpans.cpp) are wired here. Gestures of the brushes, anchors, bridges, merges,
-// slices and the drawn feedback branch off below in their places; until those pieces land,
+// (interactiveSpans.cpp) are wired here, and so is the slicing stroke (shapedStrokes.cpp).
+// Gestures of the brushes, anchors, bridges, merges and the drawn feedback branch off below
+// in their places; until those pieces land,
 // their branches do nothing beyond what is written here, and the gesture leaves the scene as
 // it was.
 
@@ -150,9 +151,9 @@ MStatus tqSarnContext::drag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
         return relaxBrushDrag(drawMgr);
     if (b.left) {
         if (b.shift && !b.control && !tq::hasPlayerVertices()) {
-            // A through-surface slice: its capture is its own, and nothing is refreshed.
+            // A through-surface slice: its capture is its own, and refreshes the view itself.
             sliceStroke = true;
-            return MStatus::kSuccess;
+            return sliceStrokeDrag(drawMgr);
         }
         updateHoverHit(event, frameContext, false);
         bool hitFound = false;
@@ -194,8 +195,14 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
         return MStatus::kSuccess;
     }
     if (b.leftWith(true, false) && !tq::hasPlayerVertices()) { // R3: a slice is stored
+        // The front and back rows become one closed loop; a slice that never crossed the
+        // model leaves no stroke, and sending it stores nothing.
+        closeSliceStroke();
         logged(sendStrokeToCommand(), __LINE__);
         relaxBrushOn = false;
+        logged(snapshotRows("undo"), __LINE__);
+        if (command)
+            handRowsTo(command);
         view.refresh(false, false);
         return MStatus::kSuccess;
     }
@@ -398,7 +405,14 @@ MStatus tqSarnContext::appendPatchFromStroke()
         if (!status)
             return logged(status, __LINE__);
     }
-    // A closed figure is matched to the anchor row by the shaped-stroke capture.
+    if (isClosedFigure()) {
+        // The figure is laid on the anchor row: the row's count of points from the cursor.
+        const MIntArray row = tq::readPlayerVertices(status);
+        logged(status, __LINE__);
+        currentStroke = matchFigureToRow(currentStroke, row);
+        logged(tq::clearStrokes(), __LINE__);
+        logged(sendStrokeToCommand(), __LINE__);
+    }
     const bool loopClosed = tq::playerLoopClosed();
     const MPointArray anchorPoints = tq::vertexPositions(tq::readPlayerVertices(status), MDagPath(), status);
     if (!status)

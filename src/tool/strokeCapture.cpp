@@ -14,6 +14,7 @@
 #include "store/storeAttributes.h"
 #include "store/storeLookup.h"
 #include "store/storePredicates.h"
+#include "store/storeReads.h"
 #include "store/tqSarn.h"
 
 #include <maya/MFloatArray.h>
@@ -90,9 +91,18 @@ MPointArray tqSarnContext::addStrokeSample(const MPoint& hit, const MEvent& even
             currentStroke = tq::sampleSegmentByDensity(ends, kLineDensity);
             break;
         }
+        case 2:
+        case 3: {
+            // The figure is drawn anew from the first hit on each event.
+            MPointArray figure;
+            if (figureMode == 2)
+                figureRectangle(figure, sample);
+            else
+                figureCircle(figure, sample);
+            currentStroke = figure;
+            break;
+        }
         default:
-            // The rectangle and the circle are drawn by the shaped-stroke capture; until it is
-            // wired here, a closed figure leaves the stroke as it is, and so does any other mode.
             break;
         }
         projectStrokeToSource(currentStroke);
@@ -102,10 +112,13 @@ MPointArray tqSarnContext::addStrokeSample(const MPoint& hit, const MEvent& even
     if (tq::hasPlayerVertices()) {
         if (event.isModifierShift())
             reverseFigure = true;
-        // A closed figure is matched to the anchor row by the shaped-stroke capture; until
-        // that lands, it has no preview.
-        if (!isClosedFigure())
+        if (!isClosedFigure()) {
             preview = currentStroke;
+        } else if (anchorVertices.length()) {
+            // The anchor chain's vertices as its picker stored them.
+            MStatus status;
+            preview = matchFigureToRow(currentStroke, tq::readPlayerVertices(status));
+        }
     }
     return preview;
 }

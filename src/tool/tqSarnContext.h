@@ -20,9 +20,9 @@
 // command, which appends it to the store's working strokes; Enter turns two of them into a
 // sarn on the retopo mesh through one undoable tool command.
 //
-// The handlers live in three files by role: the class and its lifecycle (tqSarnContext.cpp),
-// stroke capture (strokeCapture.cpp) and the event dispatch with its actions
-// (eventDispatch.cpp, keyActions.cpp).
+// The handlers live in files by role: the class and its lifecycle (tqSarnContext.cpp),
+// stroke capture (strokeCapture.cpp), shaped and slicing strokes (shapedStrokes.cpp) and the
+// event dispatch with its actions (eventDispatch.cpp, keyActions.cpp).
 
 #include "command/patchFeed.h"
 #include "command/storeState.h"
@@ -111,6 +111,33 @@ public:
     void lazySmoothTail();
     void updateHoverHit(const MEvent& event, const MHWRender::MFrameContext& frameContext, bool storeHit);
     MPoint nearestFaceVertex(int faceId, const MPoint& point);
+
+    // Shaped strokes and the slicing stroke (shapedStrokes.cpp).
+    // The nearest camera-facing hit of the ray through the pixel (x, y of `pixelPoint`), the
+    // origin for none; the ray's facing hits that beat the nearest so far go to sliceFront, its
+    // back-facing hits to sliceBack.
+    MPoint throughHit(const MPoint& pixelPoint);
+    // One drag event of the slicing stroke.
+    MStatus sliceStrokeDrag(MHWRender::MUIDrawManager& drawManager);
+    // currentStroke becomes the facing hits under the view positions of `points`.
+    void figureOnSource(const MPointArray& points);
+    // A rectangle lined up with the camera, firstHit and `current` opposite corners, sampled
+    // every 10 pixels and closed; appended to `out`.
+    void figureRectangle(MPointArray& out, const MPoint& current);
+    // A circle in the view plane through firstHit, around it through `current`, closed;
+    // appended to `out`.
+    void figureCircle(MPointArray& out, const MPoint& current);
+    // At the release of a slicing stroke: its front and back rows joined into one closed loop
+    // on the source, in currentStroke; empty when either row is.
+    void closeSliceStroke();
+    // Each point to its closest point on the source mesh, in place.
+    MStatus snapToSource(MPointArray& points);
+    // A closed figure laid on the row `rowIds` of the retopo mesh: as many points as the row
+    // over the row's length, from the point under the cursor, the way the figure was drawn
+    // (the other way with Shift held). Empty for an empty stroke.
+    MPointArray matchFigureToRow(const MPointArray& stroke, const MIntArray& rowIds);
+    // The index of the point of `stroke` nearest the cursor in the view, -1 for none.
+    int nearestStrokePoint(const MPointArray& stroke) const;
 
     const MPointArray& stroke() const { return currentStroke; }
 
