@@ -10,6 +10,7 @@
 #include <host/viewport.h>
 
 #include <maya/M3dView.h>
+#include <maya/MBoundingBox.h>
 #include <maya/MDagPath.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MItDag.h>
@@ -188,6 +189,27 @@ TEST_F(ExampleSession, BrushesRelaxAndPullTheSarnOnTheScan)
     EXPECT_EQ(frame("frame-014-relaxed.png"), frame("frame-020-pull-undone.png"));
     EXPECT_NE(frame("frame-014-relaxed.png"), frame("frame-018-moved.png"));
     EXPECT_NE(frame("frame-010-sarn.png"), frame("frame-014-relaxed.png"));
+}
+
+// Two slicing strokes across the trunk and Enter: a band of 8 x 2 quads closed round the
+// trunk (its seam shares its vertices), on the scan.
+TEST_F(ExampleSession, SlicingStrokesMakeABandClosedRoundTheTrunk)
+{
+    const Outcome run = play(example("closed-band-round-the-trunk.json"), "out");
+    ASSERT_EQ(run.code, tqsarn::kExitOk) << run.err;
+    const json r = report();
+    for (const json& step : r["steps"])
+        EXPECT_EQ(step["status"], "ok") << step.dump(2);
+    const host::MeshArrays mesh = retopo("out");
+    EXPECT_EQ(mesh.numPolygons(), 8 * 2);
+    EXPECT_EQ(mesh.numVertices(), 8 * 3) << "an open strip would have 9 x 3";
+    EXPECT_EQ(r["retopo"]["quadRatio"], 1.0);
+    EXPECT_LT(farthestFromScan(mesh), 1e-5);
+    // Round the trunk: the band is as deep, away from the camera, as it is wide.
+    MBoundingBox extent;
+    for (int i = 0; i < mesh.numVertices(); ++i)
+        extent.expand(MPoint(mesh.points[3 * i], mesh.points[3 * i + 1], mesh.points[3 * i + 2]));
+    EXPECT_GT(extent.depth(), 0.5 * extent.width());
 }
 
 // The strokes before Enter, and the shadow rows after it, drawn where their points project.
