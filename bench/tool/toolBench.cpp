@@ -6,6 +6,8 @@
 //     the surface), beside 300 host allIntersections with the re-cast's settings;
 //   - Enter on two strokes making a 20 x 10 sarn, beside one host allIntersections per new
 //     vertex with the projection's settings;
+//   - one drag event of a circle drawn as a slicing stroke (Shift, figure 3): every point of the
+//     figure shot through the scan, each hit's face tested against the camera;
 //   - one drag event of the middle-Shift gesture (the last sarn generated again with other
 //     spans) on a retopo mesh of 10k quads: four sarns of 50 x 50.
 // The argument is the triangle target in thousands.
@@ -166,6 +168,31 @@ void BM_DragEventOn300PointStroke(benchmark::State& state)
     host::setToolTo("selectSuperContext");
     state.counters["triangles"] = s.triangles;
     state.counters["strokePoints"] = strokePoints;
+}
+
+// A circle of 150 pixels drawn as a slicing stroke: each drag event builds the figure anew and
+// shoots its 26 points through the scan.
+void BM_SliceCircleDragEvent(benchmark::State& state)
+{
+    Scene* scene = sceneFor(state);
+    if (!scene)
+        return;
+    Scene& s = *scene;
+    const std::string tool = activeTool(false);
+    host::setToolTo(tool);
+    host::runCommand("tqSarnContext -e -figure 3 " + tool);
+    const host::Modifiers shift{true, false};
+    const int centreX = (kStrokeX0 + kStrokeX1) / 2;
+    host::mousePress(centreX, kStrokeY, host::MouseButton::kLeft, shift);
+    host::mouseDrag(centreX, kStrokeY, shift);
+    int x = 0;
+    for (auto _ : state)
+        host::mouseDrag(centreX + 150 + (x++ % 2), kStrokeY, shift);
+    host::mouseRelease(centreX + 150, kStrokeY, shift);
+    host::pressKey(host::Key::kBackspace);
+    host::runCommand("tqSarnContext -e -figure 0 " + tool);
+    host::setToolTo("selectSuperContext");
+    state.counters["triangles"] = s.triangles;
 }
 
 // The floor of a drag event: the re-cast of 300 surface points towards the eye, one host
@@ -397,6 +424,7 @@ BENCHMARK(BM_DragEventOn300PointStroke)->Arg(1000)->Unit(benchmark::kMillisecond
 BENCHMARK(BM_Floor300StrokeRecasts)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_EnterMakesA20x10Sarn)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_FloorSarnVertexProjections)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SliceCircleDragEvent)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_SpanDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_RelaxDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_MoveDragEventOn10kQuads)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(10);

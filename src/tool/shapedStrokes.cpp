@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 using tq::tool::logged;
 
@@ -42,6 +43,15 @@ constexpr double kCircleSpanPerDegree = 17.0;
 
 MPoint widened(const MFloatPoint& p) { return MPoint(p.x, p.y, p.z); }
 
+// A pixel coordinate in the view's 16-bit range; a not-a-number reads as 0.
+short viewPixel(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    return static_cast<short>(std::clamp(std::trunc(value), double(std::numeric_limits<short>::min()),
+                                         double(std::numeric_limits<short>::max())));
+}
+
 // The active camera of `view`; false with none.
 bool viewCamera(M3dView& view, MDagPath& camera)
 {
@@ -56,7 +66,7 @@ MPoint tqSarnContext::throughHit(const MPoint& pixelPoint)
     MPoint result = MPoint::origin;
     MPoint nearPoint;
     MVector direction;
-    if (!view.viewToWorld(static_cast<short>(pixelPoint.x), static_cast<short>(pixelPoint.y), nearPoint, direction))
+    if (!view.viewToWorld(viewPixel(pixelPoint.x), viewPixel(pixelPoint.y), nearPoint, direction))
         return result;
     MStatus status;
     MDagPath source = tq::getSourceMeshPath(status);
