@@ -7,9 +7,8 @@
 // The Ctrl-left redraw of the last sarn and the middle-Shift change of its spans and pinch
 // (interactiveSpans.cpp) are wired here, and so is the slicing stroke (shapedStrokes.cpp).
 // Gestures of the brushes, anchors, bridges, merges and the drawn feedback branch off below
-// in their places; until those pieces land,
-// their branches do nothing beyond what is written here, and the gesture leaves the scene as
-// it was.
+// in their places; until those pieces land, their branches do nothing beyond what is written
+// here, and the gesture leaves the scene as it was.
 
 #include "tool/tqSarnContext.h"
 
