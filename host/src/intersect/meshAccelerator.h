@@ -98,9 +98,6 @@ public:
 
     // The triangles it holds (all of the mesh's, or those of the faces it was built over).
     int numTriangles() const { return fTriangleCount; }
-    // MeshGeometry::polygonNormal of a face it holds, kept so that a closest-point answer
-    // does not walk the mesh's arrays for it.
-    const MVector& faceNormal(int face) const { return fFaceNormals[face]; }
 
     // Every triangle whose widened box the ray origin + t * direction meets for t in
     // [tMin, tMax] goes to the sink (others may too). The ray is in the mesh's object space.
@@ -134,7 +131,6 @@ private:
     std::vector<TriangleId> fTriangleIds; // the build's input, dropped once the leaves hold them
     std::vector<TriangleRecord> fTriangles; // kept only when there is no tree
     int fTriangleCount = 0;
-    std::vector<MVector> fFaceNormals; // per face of the mesh; zero for faces it does not hold
     double fLo[3] = {0, 0, 0}, fHi[3] = {0, 0, 0};
     double fPad = 0; // what the boxes hold beyond the widened triangles
     bool fUsable = false;
