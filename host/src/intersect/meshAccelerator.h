@@ -120,16 +120,7 @@ private:
     std::uint64_t fVersion = 0;
     bool fPartial = false;
     std::vector<int> fFaces;                // sorted, unique; only when partial
-    // A triangle by its face and fan index, and its corners read from the mesh being built over.
-    struct TriangleId {
-        int face;
-        int index;
-    };
-    TriangleRecord triangle(unsigned int id) const;
-
-    const MeshGeometry* fMesh = nullptr;  // only while constructing
-    std::vector<TriangleId> fTriangleIds; // the build's input, dropped once the leaves hold them
-    std::vector<TriangleRecord> fTriangles; // kept only when there is no tree
+    std::vector<TriangleRecord> fTriangles; // the build's input; kept only when there is no tree
     int fTriangleCount = 0;
     double fLo[3] = {0, 0, 0}, fHi[3] = {0, 0, 0};
     double fPad = 0; // what the boxes hold beyond the widened triangles
