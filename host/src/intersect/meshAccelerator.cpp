@@ -440,13 +440,13 @@ MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int
     // With a tree the leaves hold the triangles; without one, queries test every triangle
     // of the list.
     if (fUsable)
-        std::vector<TriangleRecord>().swap(fTriangles);
+        decltype(fTriangles)().swap(fTriangles);
 }
 
 void MeshAccelerator::build()
 {
     const auto start = std::chrono::steady_clock::now();
-    std::vector<RTCBuildPrimitive> primitives;
+    std::vector<RTCBuildPrimitive, internal::BlockAllocator<RTCBuildPrimitive>> primitives;
     primitives.reserve(fTriangles.size());
     for (unsigned int id = 0; id < fTriangles.size(); ++id) {
         const TriangleRecord& t = fTriangles[id];

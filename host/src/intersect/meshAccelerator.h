@@ -22,6 +22,8 @@
 
 #include "mesh/meshGeometry.h"
 
+#include <maya/internal/BlockAllocator.h>
+
 #include <embree3/rtcore.h>
 
 #include <cmath>
@@ -120,7 +122,8 @@ private:
     std::uint64_t fVersion = 0;
     bool fPartial = false;
     std::vector<int> fFaces;                // sorted, unique; only when partial
-    std::vector<TriangleRecord> fTriangles; // the build's input; kept only when there is no tree
+    // The build's input; kept only when there is no tree.
+    std::vector<TriangleRecord, internal::BlockAllocator<TriangleRecord>> fTriangles;
     int fTriangleCount = 0;
     double fLo[3] = {0, 0, 0}, fHi[3] = {0, 0, 0};
     double fPad = 0; // what the boxes hold beyond the widened triangles
