@@ -35,5 +35,11 @@ namespace host {
 // least `triangleTarget` triangles. The surface keeps its shape exactly; UVs are dropped.
 // An invalid mesh writes an error to the host log and gives an empty mesh.
 MeshArrays densify(const MeshArrays& mesh, int triangleTarget);
+// As densify, but landing on `triangleTarget` triangles (one below when the difference left
+// is odd), for scale figures that name a size: the four-way splits stop before they would
+// pass it, then triangles spread evenly over the list are split into three at their
+// centroids, which changes no neighbour and so opens no crack. The surface keeps its shape
+// exactly. A scan that already has the target or more comes back fanned, unsplit.
+MeshArrays densifyExactly(const MeshArrays& mesh, int triangleTarget);
 
 } // namespace host

@@ -101,7 +101,7 @@ MStatus MMeshIntersector::getClosestPoint(const MPoint& point, MPointOnMesh& mes
         if (!(d2 <= maxDistance * maxDistance))
             return MStatus::kFailure;
     }
-    const MVector& normal = fSnapshot->accel->faceNormal(found.face);
+    const MVector normal = fSnapshot->mesh().polygonNormal(found.face);
     meshPoint.fPoint = MFloatPoint(host::toFloat(found.point[0]), host::toFloat(found.point[1]),
                                    host::toFloat(found.point[2]));
     meshPoint.fNormal = MFloatVector(host::toFloat(normal.x), host::toFloat(normal.y),

@@ -12,6 +12,7 @@
 #include <limits>
 #include <mutex>
 #include <new>
+#include <type_traits>
 
 #if defined(__unix__)
 #include <sys/mman.h>
@@ -32,9 +33,11 @@ constexpr double kLargestCoordinate = 1.0e15;
 
 // Tree shape. Eight children per node keep the walk shallow; Embree's Morton builder
 // (RTC_BUILD_QUALITY_LOW) builds a million triangles in a fifth of a second on one core,
-// where its SAH builder takes most of a second for walks about a quarter faster.
+// where its SAH builder takes most of a second for walks about a quarter faster. Leaves of
+// up to four triangles rather than two take the tree from about 110 to 70 bytes a triangle
+// for walks within the noise of the benchmarks; a 25M triangle scan must fit in memory.
 constexpr unsigned kBranching = 8;
-constexpr unsigned kMinLeafSize = 2;
+constexpr unsigned kMinLeafSize = 4;
 constexpr unsigned kMaxLeafSize = 8;
 constexpr unsigned kMaxDepth = 40; // the builder fails past this; the mesh is then walked without a tree
 constexpr int kStackSize = (kMaxDepth + 2) * kBranching;
@@ -49,15 +52,22 @@ float roundUp(double x) { return std::nextafter(toFloat(x), kInfF); }
 
 bool finite3(const float* p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
-// A node: up to eight children with their boxes side by side, so that SIMD steps test four at
-// a time. An unused slot has a null child and the box [+inf, +inf], which no ray enters and
-// which is infinitely far from every point.
-struct alignas(64) BvhNode {
-    const void* child[kBranching]; // leaves are tagged (see below)
-    float lo[3][kBranching];
-    float hi[3][kBranching];
+// A node: up to W children with their boxes side by side, so that SIMD steps test four at a
+// time. An unused slot has a null child and the box [+inf, +inf], which no ray enters and
+// which is infinitely far from every point. The builder makes two thirds of its nodes with
+// four children or fewer: those are narrow nodes, half the size of the wide ones.
+template <unsigned W>
+struct alignas(64) BvhNodeOf {
+    static constexpr unsigned kWidth = W;
+    const void* child[W]; // leaves and narrow nodes are tagged (see below)
+    float lo[3][W];
+    float hi[3][W];
 };
+using BvhNode = BvhNodeOf<kBranching>;
+using NarrowNode = BvhNodeOf<4>;
 static_assert(kBranching % 4 == 0, "the node tests work on four children at a time");
+static_assert(sizeof(NarrowNode) % 64 == 0 && sizeof(BvhNode) % sizeof(NarrowNode) == 0,
+              "nodes are whole cache lines");
 
 // A leaf: its triangle count, then the triangles themselves.
 struct alignas(16) BvhLeaf {
@@ -65,9 +75,23 @@ struct alignas(16) BvhLeaf {
 };
 constexpr std::size_t kLeafHeader = 16;
 
-// Children point at nodes or, with the lowest bit set, at leaves (both aligned).
+// Children point at wide nodes or, with the lowest bit set, at leaves, or with the next bit
+// set at narrow nodes (all aligned).
 inline bool isLeaf(const void* p) { return (reinterpret_cast<std::uintptr_t>(p) & 1u) != 0; }
-inline const BvhNode* asNode(const void* p) { return static_cast<const BvhNode*>(p); }
+inline bool isNarrow(const void* p) { return (reinterpret_cast<std::uintptr_t>(p) & 2u) != 0; }
+inline void* untagged(void* p)
+{
+    return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(p) & ~std::uintptr_t(3));
+}
+// Calls visit with the node's own type, narrow or wide.
+template <class Visit>
+inline void visitNode(const void* p, Visit&& visit)
+{
+    if (isNarrow(p))
+        visit(reinterpret_cast<const NarrowNode*>(reinterpret_cast<std::uintptr_t>(p) & ~std::uintptr_t(3)));
+    else
+        visit(static_cast<const BvhNode*>(p));
+}
 inline const BvhLeaf* asLeaf(const void* p)
 {
     return reinterpret_cast<const BvhLeaf*>(reinterpret_cast<std::uintptr_t>(p) & ~std::uintptr_t(1));
@@ -108,11 +132,13 @@ inline void pushNearestLast(StackEntry* stack, int& top, StackEntry* found, int 
 
 // The children whose boxes the ray org + s / inv meets for s in [0, far], with the entry
 // distances; returns a bit per child.
-inline int raySlabs(const BvhNode* node, const float org[3], const float inv[3], float far, float near[kBranching])
+template <class Node>
+inline int raySlabs(const Node* node, const float org[3], const float inv[3], float far, float* near)
 {
+    constexpr unsigned kWidth = Node::kWidth;
 #if defined(__SSE2__)
     int mask = 0;
-    for (unsigned g = 0; g < kBranching; g += 4) {
+    for (unsigned g = 0; g < kWidth; g += 4) {
         __m128 enter = _mm_setzero_ps();
         __m128 leave = _mm_set1_ps(far);
         for (int k = 0; k < 3; ++k) {
@@ -128,7 +154,7 @@ inline int raySlabs(const BvhNode* node, const float org[3], const float inv[3],
     return mask;
 #else
     int mask = 0;
-    for (unsigned c = 0; c < kBranching; ++c) {
+    for (unsigned c = 0; c < kWidth; ++c) {
         float enter = 0.0f, leave = far;
         for (int k = 0; k < 3; ++k) {
             const float t0 = (node->lo[k][c] - org[k]) * inv[k], t1 = (node->hi[k][c] - org[k]) * inv[k];
@@ -144,11 +170,13 @@ inline int raySlabs(const BvhNode* node, const float org[3], const float inv[3],
 
 // The children whose boxes lie within squared distance `limit` of the point, with those squared
 // distances; returns a bit per child.
-inline int pointDistances(const BvhNode* node, const float p[3], float limit, float d2[kBranching])
+template <class Node>
+inline int pointDistances(const Node* node, const float p[3], float limit, float* d2)
 {
+    constexpr unsigned kWidth = Node::kWidth;
 #if defined(__SSE2__)
     int mask = 0;
-    for (unsigned g = 0; g < kBranching; g += 4) {
+    for (unsigned g = 0; g < kWidth; g += 4) {
         __m128 sum = _mm_setzero_ps();
         for (int k = 0; k < 3; ++k) {
             const __m128 x = _mm_set1_ps(p[k]);
@@ -163,7 +191,7 @@ inline int pointDistances(const BvhNode* node, const float p[3], float limit, fl
     return mask;
 #else
     int mask = 0;
-    for (unsigned c = 0; c < kBranching; ++c) {
+    for (unsigned c = 0; c < kWidth; ++c) {
         float sum = 0.0f;
         for (int k = 0; k < 3; ++k) {
             const float d = std::max(std::max(node->lo[k][c] - p[k], p[k] - node->hi[k][c]), 0.0f);
@@ -178,24 +206,29 @@ inline int pointDistances(const BvhNode* node, const float p[3], float limit, fl
 
 } // namespace
 
-// The tree's memory: one block handed out by an atomic bump pointer (the builder calls from
-// several threads), reserved for the worst case so that it never runs out; only the pages
-// touched cost memory. It asks for huge pages, as a walk touches a new page at nearly every
-// step.
+// The tree's memory: one block, nodes in its first part and leaves in the rest, each part
+// handed out by an atomic bump pointer (the builder calls from several threads). It is
+// reserved for the worst case so that it never runs out; only the pages touched cost memory.
+// It asks for huge pages, as a walk touches a new page at nearly every step. Nodes are whole
+// cache lines; leaves are packed at 16 bytes, as rounding each to a cache line would cost a
+// tenth of the tree.
 class TreeArena {
 public:
-    explicit TreeArena(std::size_t bytes) : fSize(bytes)
+    // Room for the tree over n triangles: at most n leaves, and fewer nodes.
+    explicit TreeArena(std::size_t n)
+        : fNodeBytes(roundUp(n * sizeof(BvhNode), kHugePage)),
+          fSize(fNodeBytes + roundUp(n * (kLeafHeader + sizeof(TriangleRecord) + kLeafAlign), kHugePage))
     {
 #if defined(__unix__)
-        void* p = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+        void* p = mmap(nullptr, fSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         if (p == MAP_FAILED)
             return;
 #if defined(MADV_HUGEPAGE)
-        madvise(p, bytes, MADV_HUGEPAGE);
+        madvise(p, fSize, MADV_HUGEPAGE);
 #endif
         fBase = static_cast<char*>(p);
 #else
-        fBase = static_cast<char*>(::operator new(bytes, std::align_val_t(64), std::nothrow));
+        fBase = static_cast<char*>(::operator new(fSize, std::align_val_t(64), std::nothrow));
 #endif
     }
     ~TreeArena()
@@ -213,28 +246,23 @@ public:
 
     bool valid() const { return fBase != nullptr; }
 
-    // Never fails within the reserve computed by reserveFor.
-    void* allocate(std::size_t bytes, std::size_t align)
+    // Neither fails within the room made at construction.
+    void* allocateNode(std::size_t bytes) { return fBase + fNodesUsed.fetch_add(bytes, std::memory_order_relaxed); }
+    void* allocateLeaf(std::size_t bytes)
     {
-        bytes = (bytes + align - 1) / align * align;
-        std::size_t at = fUsed.fetch_add(bytes + align, std::memory_order_relaxed);
-        at = (at + align - 1) / align * align;
-        return fBase + at;
-    }
-
-    // A tree over n triangles has at most n leaves and fewer nodes; each allocation takes its
-    // size rounded up to its alignment, plus one alignment.
-    static std::size_t reserveFor(std::size_t n)
-    {
-        const std::size_t node = sizeof(BvhNode) + alignof(BvhNode);
-        const std::size_t leafBase = kLeafHeader + 2 * 64; // header, rounding, alignment
-        return n * (node + leafBase + sizeof(TriangleRecord)) + 4096;
+        return fBase + fNodeBytes + fLeavesUsed.fetch_add(roundUp(bytes, kLeafAlign), std::memory_order_relaxed);
     }
 
 private:
+    static constexpr std::size_t kHugePage = std::size_t(2) << 20;
+    static constexpr std::size_t kLeafAlign = 16;
+    static std::size_t roundUp(std::size_t bytes, std::size_t unit) { return (bytes + unit - 1) / unit * unit; }
+
     char* fBase = nullptr;
+    std::size_t fNodeBytes;
     std::size_t fSize;
-    std::atomic<std::size_t> fUsed{0};
+    std::atomic<std::size_t> fNodesUsed{0};
+    std::atomic<std::size_t> fLeavesUsed{0};
 };
 
 void widenedTriangleBox(const double* a, const double* b, const double* c, double tolerance, double lo[3],
@@ -272,11 +300,11 @@ RTCDevice embreeDevice()
 
 // The callbacks of Embree's builder, allocating from the accelerator's arena.
 struct BvhBuild {
-    static void* createNode(RTCThreadLocalAllocator, unsigned, void* user)
+    template <class Node>
+    static void* makeNode(void* memory)
     {
-        void* memory = static_cast<MeshAccelerator*>(user)->fArena->allocate(sizeof(BvhNode), alignof(BvhNode));
-        auto* node = new (memory) BvhNode;
-        for (unsigned c = 0; c < kBranching; ++c) {
+        auto* node = new (memory) Node;
+        for (unsigned c = 0; c < Node::kWidth; ++c) {
             for (int k = 0; k < 3; ++k) {
                 node->lo[k][c] = kInfF;
                 node->hi[k][c] = kInfF;
@@ -286,81 +314,98 @@ struct BvhBuild {
         return node;
     }
 
+    static void* createNode(RTCThreadLocalAllocator, unsigned count, void* user)
+    {
+        TreeArena& arena = *static_cast<MeshAccelerator*>(user)->fArena;
+        if (count > NarrowNode::kWidth)
+            return makeNode<BvhNode>(arena.allocateNode(sizeof(BvhNode)));
+        void* node = makeNode<NarrowNode>(arena.allocateNode(sizeof(NarrowNode)));
+        return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(node) | 2u);
+    }
+
+    template <class Node>
+    static void fill(Node* n, void** children, const RTCBounds** bounds, unsigned count)
+    {
+        for (unsigned c = 0; c < count && c < Node::kWidth; ++c) {
+            if (children)
+                n->child[c] = children[c];
+            if (bounds) {
+                n->lo[0][c] = bounds[c]->lower_x;
+                n->lo[1][c] = bounds[c]->lower_y;
+                n->lo[2][c] = bounds[c]->lower_z;
+                n->hi[0][c] = bounds[c]->upper_x;
+                n->hi[1][c] = bounds[c]->upper_y;
+                n->hi[2][c] = bounds[c]->upper_z;
+            }
+        }
+    }
+
+    static void set(void* node, void** children, const RTCBounds** bounds, unsigned count)
+    {
+        if (isNarrow(node))
+            fill(static_cast<NarrowNode*>(untagged(node)), children, bounds, count);
+        else
+            fill(static_cast<BvhNode*>(node), children, bounds, count);
+    }
+
     static void setChildren(void* node, void** children, unsigned count, void*)
     {
-        for (unsigned c = 0; c < count && c < kBranching; ++c)
-            static_cast<BvhNode*>(node)->child[c] = children[c];
+        set(node, children, nullptr, count);
     }
 
     static void setBounds(void* node, const RTCBounds** bounds, unsigned count, void*)
     {
-        auto* n = static_cast<BvhNode*>(node);
-        for (unsigned c = 0; c < count && c < kBranching; ++c) {
-            n->lo[0][c] = bounds[c]->lower_x;
-            n->lo[1][c] = bounds[c]->lower_y;
-            n->lo[2][c] = bounds[c]->lower_z;
-            n->hi[0][c] = bounds[c]->upper_x;
-            n->hi[1][c] = bounds[c]->upper_y;
-            n->hi[2][c] = bounds[c]->upper_z;
-        }
+        set(node, nullptr, bounds, count);
     }
 
     static void* createLeaf(RTCThreadLocalAllocator, const RTCBuildPrimitive* primitives, size_t count, void* user)
     {
         const auto* accel = static_cast<const MeshAccelerator*>(user);
-        void* memory = accel->fArena->allocate(kLeafHeader + count * sizeof(TriangleRecord), 64);
+        void* memory = accel->fArena->allocateLeaf(kLeafHeader + count * sizeof(TriangleRecord));
         auto* leaf = new (memory) BvhLeaf;
         leaf->count = static_cast<int>(count);
         auto* triangles = reinterpret_cast<TriangleRecord*>(static_cast<char*>(memory) + kLeafHeader);
         for (size_t i = 0; i < count; ++i)
-            new (triangles + i) TriangleRecord(accel->triangle(primitives[i].primID));
+            new (triangles + i) TriangleRecord(accel->fTriangles[primitives[i].primID]);
         return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(memory) | 1u);
     }
 };
 
-TriangleRecord MeshAccelerator::triangle(unsigned int id) const
-{
-    const TriangleId& at = fTriangleIds[id];
-    const float* p = fMesh->rawPoints();
-    const int* ids = fMesh->polygonVertices(at.face);
-    TriangleRecord t;
-    for (int k = 0; k < 3; ++k) {
-        t.a[k] = p[3 * ids[0] + k];
-        t.b[k] = p[3 * ids[at.index + 1] + k];
-        t.c[k] = p[3 * ids[at.index + 2] + k];
-    }
-    t.face = at.face;
-    t.index = at.index;
-    return t;
-}
-
 MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int>* faces)
-    : fVersion(mesh.version()), fMesh(&mesh)
+    : fVersion(mesh.version())
 {
-    // The triangles are named by face and fan index; their corners are read from the mesh when
-    // the leaves are made, so a dense mesh is not copied twice on the way into the tree.
+    // The triangles are copied out of the mesh in one pass in face order, and the leaves copy
+    // them from this list. Reading each leaf's corners from the mesh instead, in the builder's
+    // spatial order, costs several cache and TLB misses a triangle: on 25M triangles that took
+    // longer than the rest of the build.
+    const float* points = mesh.rawPoints();
     auto addFace = [&](int f) {
-        for (int i = 0, n = mesh.polygonSize(f) - 2; i < n; ++i)
-            fTriangleIds.push_back(TriangleId{f, i});
+        const int* ids = mesh.polygonVertices(f);
+        for (int i = 0, n = mesh.polygonSize(f) - 2; i < n; ++i) {
+            TriangleRecord t;
+            for (int k = 0; k < 3; ++k) {
+                t.a[k] = points[3 * ids[0] + k];
+                t.b[k] = points[3 * ids[i + 1] + k];
+                t.c[k] = points[3 * ids[i + 2] + k];
+            }
+            t.face = f;
+            t.index = i;
+            fTriangles.push_back(t);
+        }
     };
-    fFaceNormals.assign(static_cast<std::size_t>(mesh.numPolygons()), MVector(0.0, 0.0, 0.0));
     if (faces) {
         fPartial = true;
         fFaces = *faces;
         std::sort(fFaces.begin(), fFaces.end());
         fFaces.erase(std::unique(fFaces.begin(), fFaces.end()), fFaces.end());
-        for (int f : fFaces) {
+        for (int f : fFaces)
             addFace(f);
-            fFaceNormals[f] = mesh.polygonNormal(f);
-        }
     } else {
-        fTriangleIds.reserve(static_cast<std::size_t>(mesh.numFaceVertices() - 2 * mesh.numPolygons()));
-        for (int f = 0, n = mesh.numPolygons(); f < n; ++f) {
+        fTriangles.reserve(static_cast<std::size_t>(mesh.numFaceVertices() - 2 * mesh.numPolygons()));
+        for (int f = 0, n = mesh.numPolygons(); f < n; ++f)
             addFace(f);
-            fFaceNormals[f] = mesh.polygonNormal(f);
-        }
     }
-    fTriangleCount = static_cast<int>(fTriangleIds.size());
+    fTriangleCount = static_cast<int>(fTriangles.size());
 
     // The scene's box over the finite vertices, and the pad that covers single precision.
     const float* p = mesh.rawPoints();
@@ -392,23 +437,19 @@ MeshAccelerator::MeshAccelerator(const MeshGeometry& mesh, const std::vector<int
     }
     if (largestCoordinate <= kLargestCoordinate && embreeDevice())
         build();
-    if (!fUsable) {
-        // No tree: queries test every triangle of this list.
-        fTriangles.reserve(fTriangleIds.size());
-        for (unsigned int id = 0; id < fTriangleIds.size(); ++id)
-            fTriangles.push_back(triangle(id));
-    }
-    std::vector<TriangleId>().swap(fTriangleIds);
-    fMesh = nullptr; // the accelerator may outlive this version of the mesh
+    // With a tree the leaves hold the triangles; without one, queries test every triangle
+    // of the list.
+    if (fUsable)
+        decltype(fTriangles)().swap(fTriangles);
 }
 
 void MeshAccelerator::build()
 {
     const auto start = std::chrono::steady_clock::now();
-    std::vector<RTCBuildPrimitive> primitives;
-    primitives.reserve(fTriangleIds.size());
-    for (unsigned int id = 0; id < fTriangleIds.size(); ++id) {
-        const TriangleRecord t = triangle(id);
+    std::vector<RTCBuildPrimitive, internal::BlockAllocator<RTCBuildPrimitive>> primitives;
+    primitives.reserve(fTriangles.size());
+    for (unsigned int id = 0; id < fTriangles.size(); ++id) {
+        const TriangleRecord& t = fTriangles[id];
         // No ray meets, and no point is nearest to, a triangle with a corner at infinity or NaN.
         if (!finite3(t.a) || !finite3(t.b) || !finite3(t.c))
             continue;
@@ -434,7 +475,7 @@ void MeshAccelerator::build()
         fBuildSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     };
     if (!primitives.empty()) {
-        fArena = std::make_unique<TreeArena>(TreeArena::reserveFor(primitives.size()));
+        fArena = std::make_unique<TreeArena>(primitives.size());
         if (!fArena->valid()) {
             fArena.reset();
             return finish();
@@ -535,14 +576,16 @@ void MeshAccelerator::traceRay(const double origin[3], const double direction[3]
                 sink.candidates(leafTriangles(leaf), leaf->count, current);
                 continue;
             }
-            const BvhNode* node = asNode(item);
-            float near[kBranching];
-            const int mask = exact ? raySlabs(node, org, inv, far, near) : (1 << kBranching) - 1;
-            for (unsigned c = 0; c < kBranching; ++c)
-                if ((mask & (1 << c)) && node->child[c]) {
-                    prefetch(node->child[c]);
-                    queue.push_back(node->child[c]);
-                }
+            visitNode(item, [&](const auto* node) {
+                constexpr unsigned kWidth = std::remove_pointer_t<decltype(node)>::kWidth;
+                float near[kWidth];
+                const int mask = exact ? raySlabs(node, org, inv, far, near) : (1 << kWidth) - 1;
+                for (unsigned c = 0; c < kWidth; ++c)
+                    if ((mask & (1 << c)) && node->child[c]) {
+                        prefetch(node->child[c]);
+                        queue.push_back(node->child[c]);
+                    }
+            });
         }
         return;
     }
@@ -562,15 +605,17 @@ void MeshAccelerator::traceRay(const double origin[3], const double direction[3]
                 far = std::min(far, std::max(0.0f, roundUp((current - enter) * length + 2.0 * fPad)));
             continue;
         }
-        const BvhNode* node = asNode(entry.item);
-        float near[kBranching];
-        const int mask = raySlabs(node, org, inv, far, near);
-        StackEntry found[kBranching];
-        int count = 0;
-        for (unsigned c = 0; c < kBranching; ++c)
-            if (mask & (1 << c))
-                found[count++] = {node->child[c], near[c]};
-        pushNearestLast(stack, top, found, count);
+        visitNode(entry.item, [&](const auto* node) {
+            constexpr unsigned kWidth = std::remove_pointer_t<decltype(node)>::kWidth;
+            float near[kWidth];
+            const int mask = raySlabs(node, org, inv, far, near);
+            StackEntry found[kWidth];
+            int count = 0;
+            for (unsigned c = 0; c < kWidth; ++c)
+                if (mask & (1 << c))
+                    found[count++] = {node->child[c], near[c]};
+            pushNearestLast(stack, top, found, count);
+        });
     }
 }
 
@@ -612,20 +657,22 @@ void MeshAccelerator::searchPoint(const double point[3], double radius, PointCan
                 limit = std::min(limit, limitFor(radius));
             continue;
         }
-        const BvhNode* node = asNode(entry.item);
-        float d2[kBranching] = {};
-        int mask = 0;
-        if (exact)
-            mask = pointDistances(node, p, limit, d2);
-        else
-            for (unsigned c = 0; c < kBranching; ++c)
-                mask |= node->child[c] ? 1 << c : 0;
-        StackEntry found[kBranching];
-        int count = 0;
-        for (unsigned c = 0; c < kBranching; ++c)
-            if (mask & (1 << c))
-                found[count++] = {node->child[c], d2[c]};
-        pushNearestLast(stack, top, found, count);
+        visitNode(entry.item, [&](const auto* node) {
+            constexpr unsigned kWidth = std::remove_pointer_t<decltype(node)>::kWidth;
+            float d2[kWidth] = {};
+            int mask = 0;
+            if (exact)
+                mask = pointDistances(node, p, limit, d2);
+            else
+                for (unsigned c = 0; c < kWidth; ++c)
+                    mask |= node->child[c] ? 1 << c : 0;
+            StackEntry found[kWidth];
+            int count = 0;
+            for (unsigned c = 0; c < kWidth; ++c)
+                if (mask & (1 << c))
+                    found[count++] = {node->child[c], d2[c]};
+            pushNearestLast(stack, top, found, count);
+        });
     }
 }
 

@@ -22,6 +22,8 @@
 
 #include "mesh/meshGeometry.h"
 
+#include <maya/internal/BlockAllocator.h>
+
 #include <embree3/rtcore.h>
 
 #include <cmath>
@@ -98,9 +100,6 @@ public:
 
     // The triangles it holds (all of the mesh's, or those of the faces it was built over).
     int numTriangles() const { return fTriangleCount; }
-    // MeshGeometry::polygonNormal of a face it holds, kept so that a closest-point answer
-    // does not walk the mesh's arrays for it.
-    const MVector& faceNormal(int face) const { return fFaceNormals[face]; }
 
     // Every triangle whose widened box the ray origin + t * direction meets for t in
     // [tMin, tMax] goes to the sink (others may too). The ray is in the mesh's object space.
@@ -123,18 +122,9 @@ private:
     std::uint64_t fVersion = 0;
     bool fPartial = false;
     std::vector<int> fFaces;                // sorted, unique; only when partial
-    // A triangle by its face and fan index, and its corners read from the mesh being built over.
-    struct TriangleId {
-        int face;
-        int index;
-    };
-    TriangleRecord triangle(unsigned int id) const;
-
-    const MeshGeometry* fMesh = nullptr;  // only while constructing
-    std::vector<TriangleId> fTriangleIds; // the build's input, dropped once the leaves hold them
-    std::vector<TriangleRecord> fTriangles; // kept only when there is no tree
+    // The build's input; kept only when there is no tree.
+    std::vector<TriangleRecord, internal::BlockAllocator<TriangleRecord>> fTriangles;
     int fTriangleCount = 0;
-    std::vector<MVector> fFaceNormals; // per face of the mesh; zero for faces it does not hold
     double fLo[3] = {0, 0, 0}, fHi[3] = {0, 0, 0};
     double fPad = 0; // what the boxes hold beyond the widened triangles
     bool fUsable = false;

@@ -181,8 +181,8 @@ bool bridgeEdges(const MeshGeometry& mesh, const std::vector<int>& edges, int di
     r.points.assign(mesh.rawPoints(), mesh.rawPoints() + 3 * oldCount);
     r.oldVertex.resize(std::size_t(oldCount));
     std::iota(r.oldVertex.begin(), r.oldVertex.end(), 0);
-    r.connects = mesh.connects();
-    r.counts = mesh.counts();
+    r.connects.assign(mesh.connects().begin(), mesh.connects().end());
+    r.counts.assign(mesh.counts().begin(), mesh.counts().end());
     r.oldFaceVertex.resize(r.connects.size());
     std::iota(r.oldFaceVertex.begin(), r.oldFaceVertex.end(), 0);
 

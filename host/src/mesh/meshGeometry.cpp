@@ -179,7 +179,7 @@ void MeshGeometry::deriveEdgesFrom(int firstFace)
 
 // ---- building
 
-bool MeshGeometry::cleanFace(std::vector<int>& ids, const std::vector<float>& points, int vertexCount,
+bool MeshGeometry::cleanFace(std::vector<int>& ids, const float* points, int vertexCount,
                              std::vector<float>& copies, std::string* why) const
 {
     for (int id : ids)
@@ -206,7 +206,7 @@ bool MeshGeometry::cleanFace(std::vector<int>& ids, const std::vector<float>& po
             if (kept[j] == kept[i]) {
                 const int source = kept[i];
                 kept[i] = vertexCount + static_cast<int>(copies.size() / 3);
-                copies.insert(copies.end(), points.begin() + 3 * source, points.begin() + 3 * source + 3);
+                copies.insert(copies.end(), points + 3 * source, points + 3 * source + 3);
                 break;
             }
     ids.swap(kept);
@@ -239,7 +239,7 @@ bool MeshGeometry::build(std::vector<float> points, const std::vector<int>& coun
         return false;
     }
     const int vertexCount = static_cast<int>(points.size() / 3);
-    std::vector<int> newCounts, newConnects;
+    MeshArray<int> newCounts, newConnects;
     newCounts.reserve(counts.size());
     newConnects.reserve(connects.size());
     std::vector<int> face;
@@ -257,7 +257,7 @@ bool MeshGeometry::build(std::vector<float> points, const std::vector<int>& coun
                 for (int j = 0; j < i && plain; ++j)
                     plain = face[i] != face[j];
         }
-        if (!plain && !cleanFace(face, points, vertexCount, copies, why))
+        if (!plain && !cleanFace(face, points.data(), vertexCount, copies, why))
             return false;
         newCounts.push_back(static_cast<int>(face.size()));
         newConnects.insert(newConnects.end(), face.begin(), face.end());
@@ -265,7 +265,8 @@ bool MeshGeometry::build(std::vector<float> points, const std::vector<int>& coun
 
     touch(true);
     points.insert(points.end(), copies.begin(), copies.end());
-    fPoints = std::move(points);
+    fPoints.assign(points.begin(), points.end());
+    std::vector<float>().swap(points);
     fCounts = std::move(newCounts);
     fConnects = std::move(newConnects);
     fOffsets.resize(fCounts.size());
@@ -291,7 +292,7 @@ int MeshGeometry::appendPolygon(const std::vector<int>& ids, std::string* why)
 {
     std::vector<int> face = ids;
     std::vector<float> copies; // new vertices after the existing ones
-    if (!cleanFace(face, fPoints, numVertices(), copies, why))
+    if (!cleanFace(face, fPoints.data(), numVertices(), copies, why))
         return -1;
     touch(true);
     for (std::size_t i = 0; i < copies.size(); i += 3)
@@ -345,7 +346,7 @@ void MeshGeometry::keepOnly(const std::vector<char>& keepFace, const std::vector
             }
         }
     std::vector<int> vertexMap(static_cast<std::size_t>(nv), -1);
-    std::vector<float> points;
+    MeshArray<float> points;
     points.reserve(fPoints.size());
     for (int v = 0; v < nv; ++v) {
         const bool keep = !deletedVertex[v] && (usedByKept[v] || !usedByGone[v]);
@@ -355,8 +356,8 @@ void MeshGeometry::keepOnly(const std::vector<char>& keepFace, const std::vector
         points.insert(points.end(), fPoints.begin() + 3 * v, fPoints.begin() + 3 * v + 3);
     }
     std::vector<int> edgeMap(keepEdge.size(), -1);
-    std::vector<int> edges;
-    std::vector<unsigned char> smooth;
+    MeshArray<int> edges;
+    MeshArray<unsigned char> smooth;
     for (std::size_t e = 0; e < keepEdge.size(); ++e) {
         if (!keepEdge[e])
             continue;
@@ -365,7 +366,7 @@ void MeshGeometry::keepOnly(const std::vector<char>& keepFace, const std::vector
         edges.push_back(vertexMap[fEdges[2 * e + 1]]);
         smooth.push_back(fSmooth[e]);
     }
-    std::vector<int> counts, offsets, connects, faceEdges;
+    MeshArray<int> counts, offsets, connects, faceEdges;
     std::vector<std::vector<int>> uvIds(fUVSets.size());
     for (int f = 0; f < numPolygons(); ++f) {
         if (!keepFace[f])

@@ -10,6 +10,7 @@
 
 #include <maya/MFloatPoint.h>
 #include <maya/MVector.h>
+#include <maya/internal/BlockAllocator.h>
 
 #include <cstdint>
 #include <memory>
@@ -18,6 +19,10 @@
 #include <vector>
 
 namespace host {
+
+// The arrays of a mesh: a dense scan's are hundreds of megabytes, read at random by walks.
+template <class T>
+using MeshArray = std::vector<T, internal::BlockAllocator<T>>;
 
 class MeshAccelerator; // built and owned by the intersection code
 class FlatEdgeMap;
@@ -61,8 +66,8 @@ public:
     int polygonSize(int f) const { return fCounts[f]; }
     int polygonStart(int f) const { return fOffsets[f]; }
     const int* polygonVertices(int f) const { return fConnects.data() + fOffsets[f]; }
-    const std::vector<int>& counts() const { return fCounts; }
-    const std::vector<int>& connects() const { return fConnects; }
+    const MeshArray<int>& counts() const { return fCounts; }
+    const MeshArray<int>& connects() const { return fConnects; }
     // The edge from face-vertex i (a flat index into connects) to the next corner of its face.
     int faceVertexEdge(int faceVertex) const { return fFaceEdges[faceVertex]; }
 
@@ -133,15 +138,15 @@ public:
 private:
     void touch(bool topology);
     void deriveEdgesFrom(int firstFace);
-    bool cleanFace(std::vector<int>& ids, const std::vector<float>& points, int vertexCount,
+    bool cleanFace(std::vector<int>& ids, const float* points, int vertexCount,
                    std::vector<float>& copies, std::string* why) const;
     void keepOnly(const std::vector<char>& keepFace, const std::vector<char>& deletedVertex);
     FlatEdgeMap& edgeMap() const;
 
-    std::vector<float> fPoints;
-    std::vector<int> fCounts, fOffsets, fConnects, fFaceEdges;
-    std::vector<int> fEdges; // start, end per edge
-    std::vector<unsigned char> fSmooth;
+    MeshArray<float> fPoints;
+    MeshArray<int> fCounts, fOffsets, fConnects, fFaceEdges;
+    MeshArray<int> fEdges; // start, end per edge
+    MeshArray<unsigned char> fSmooth;
     std::vector<UVSetData> fUVSets;
     int fCurrentUVSet = 0;
     std::uint64_t fVersion = 0;

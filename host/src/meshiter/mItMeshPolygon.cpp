@@ -322,19 +322,24 @@ MStatus MItMeshPolygon::getNormal(unsigned int vertexIndex, MVector& normal, MSp
 
 MStatus MItMeshPolygon::getNormals(MVectorArray& vectorArray, MSpace::Space space) const
 {
-    host::SpaceMap map;
-    MStatus s = fIt->space(space, map);
-    if (!s)
+    MStatus s;
+    const host::SpaceMap* map = fIt->spaceMap(space, s);
+    if (!map)
         return s;
     const MeshGeometry* g = fIt->currentMesh(&s);
     if (!g)
         return s;
     const int f = fIt->current();
-    vectorArray.clear();
+    const int n = g->polygonSize(f);
+    // Walks call this once a face: the array is sized in place rather than emptied and grown.
+    s = vectorArray.setLength(static_cast<unsigned int>(n));
+    if (!s)
+        return s;
     const std::vector<MVector>* vertexNormals = fIt->wholeWalkVertexNormals(*g);
-    for (int i = 0; i < g->polygonSize(f); ++i)
-        vectorArray.append(map.outNormal(vertexNormals ? host::faceVertexNormal(*g, f, i, *vertexNormals)
-                                                       : host::faceVertexNormal(*g, f, i)));
+    for (int i = 0; i < n; ++i)
+        vectorArray[static_cast<unsigned int>(i)] =
+            map->outNormal(vertexNormals ? host::faceVertexNormal(*g, f, i, *vertexNormals)
+                                         : host::faceVertexNormal(*g, f, i));
     return MStatus::kSuccess;
 }
 

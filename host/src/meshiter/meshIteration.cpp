@@ -298,14 +298,25 @@ MStatus MeshIteration::setVertex(int vertex, const MPoint& point) const
 
 MStatus MeshIteration::space(MSpace::Space space, SpaceMap& map) const
 {
-    if (space <= MSpace::kInvalid || space >= MSpace::kLast)
-        return MStatus::kInvalidParameter;
-    map = SpaceMap();
-    if (space == MSpace::kWorld && fWorldMapKept && fWorldStamp == sceneStamp()) {
-        map = fWorldMap;
-        return MStatus::kSuccess;
+    MStatus status;
+    const SpaceMap* kept = spaceMap(space, status);
+    if (kept)
+        map = *kept;
+    return status;
+}
+
+const SpaceMap* MeshIteration::spaceMap(MSpace::Space space, MStatus& status) const
+{
+    static const SpaceMap kObjectSpace;
+    status = MStatus::kSuccess;
+    if (space <= MSpace::kInvalid || space >= MSpace::kLast) {
+        status = MStatus::kInvalidParameter;
+        return nullptr;
     }
-    if (space == MSpace::kWorld && fTarget.path.isValid()) {
+    if (space != MSpace::kWorld || !fTarget.path.isValid())
+        return &kObjectSpace;
+    if (!fWorldMapKept || fWorldStamp != sceneStamp()) {
+        SpaceMap map;
         map.fMatrix = fTarget.path.inclusiveMatrix();
         map.fWorld = !map.fMatrix.isEquivalent(MMatrix::identity, 0.0);
         if (map.fWorld)
@@ -314,7 +325,7 @@ MStatus MeshIteration::space(MSpace::Space space, SpaceMap& map) const
         fWorldMapKept = true;
         fWorldStamp = sceneStamp();
     }
-    return MStatus::kSuccess;
+    return &fWorldMap;
 }
 
 std::vector<int> MeshIteration::visited(const MeshGeometry& mesh) const

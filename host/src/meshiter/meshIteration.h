@@ -95,6 +95,9 @@ public:
     MStatus setVertex(int vertex, const MPoint& point) const;
 
     MStatus space(MSpace::Space space, SpaceMap& map) const;
+    // The same map, kept by the iteration rather than copied: for per-element calls on dense
+    // meshes. Null, with the status set, for a bad space.
+    const SpaceMap* spaceMap(MSpace::Space space, MStatus& status) const;
 
     // The elements of a walk from the start, in order.
     std::vector<int> visited(const MeshGeometry& mesh) const;

@@ -275,6 +275,26 @@ void ToolRegistry::dropPending(ContextEntry* entry)
     old.swap(entry->pendingToolCommands);
 }
 
+MStatus ToolRegistry::deleteContext(const std::string& name)
+{
+    ContextEntry* entry = find(name);
+    if (!entry)
+        return MStatus::kNotFound;
+    if (name == kSelectTool)
+        return contextError("deleteUI", "the select tool cannot be deleted");
+    if (fActive == entry)
+        setToolTo(kSelectTool);
+    dropPending(entry);
+    for (auto it = fEntries.begin(); it != fEntries.end(); ++it) {
+        if (it->get() == entry) {
+            std::unique_ptr<ContextEntry> gone = std::move(*it);
+            fEntries.erase(it);
+            break;
+        }
+    }
+    return MStatus::kSuccess;
+}
+
 void ToolRegistry::releasePlugin(const std::string& pluginName)
 {
     if (fActive && fActive->plugin == pluginName)

@@ -56,6 +56,10 @@ public:
     std::unique_ptr<MPxToolCommand> takePending(MPxToolCommand* command);
     void dropPending(ContextEntry* entry);
 
+    // As deleteUI -toolContext: the context and its command go; an active one is left for the
+    // select tool first. The select tool itself cannot go.
+    MStatus deleteContext(const std::string& name);
+
     // Before the plug-in's library closes: its contexts go, the active one after its
     // toolOffCleanup.
     void releasePlugin(const std::string& pluginName);

@@ -5,6 +5,7 @@
 
 #include "command/builtinArgs.h"
 #include "command/interpreter.h"
+#include "tool/toolRegistry.h"
 #include "ui/application.h"
 
 #include "host/log.h"
@@ -202,7 +203,7 @@ const std::vector<UiFlag> kCommonFlags = {
     {"i", "image", 1},        {"i1", "image1", 1},       {"st", "style", 1},        {"al", "align", 1},
     {"rtf", "resizeToFitChildren", 1}, {"s2", "sizeable", 1}, {"wnd", "window", 0}, {"ctl", "control", 0},
     {"lay", "layout", 0},     {"f", "field", 1},         {"fmn", "fieldMinValue", 1}, {"fmx", "fieldMaxValue", 1},
-    {"ec", "enterCommand", 1},
+    {"ec", "enterCommand", 1}, {"tc", "toolContext", 0},
 };
 
 MStatus parseUi(const CommandCall& call, const std::vector<std::string>& allowed, UiArgs& out)
@@ -524,9 +525,21 @@ MStatus showWindowCommand(const CommandCall& call, CommandValue&)
 MStatus deleteUICommand(const CommandCall& call, CommandValue&)
 {
     UiArgs a;
-    MStatus st = parseUi(call, {"window", "control", "layout"}, a);
+    MStatus st = parseUi(call, {"window", "control", "layout", "toolContext"}, a);
     if (!st)
         return st;
+    if (a.has("toolContext")) {
+        for (const std::string& name : a.names) {
+            if (!ToolRegistry::instance().find(name))
+                return commandError(call, "Object '" + name + "' not found.", MStatus::kNotFound);
+        }
+        for (const std::string& name : a.names) {
+            st = ToolRegistry::instance().deleteContext(name);
+            if (!st)
+                return st;
+        }
+        return MStatus::kSuccess;
+    }
     std::vector<QWidget*> found;
     for (const std::string& name : a.names) {
         QWidget* w = findUi(name);

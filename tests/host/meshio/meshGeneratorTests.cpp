@@ -220,3 +220,22 @@ TEST_F(MeshGenerators, SculptSurfaceDependsOnlyOnItsSeed)
 }
 
 } // namespace
+
+// A closed surface stays closed, keeps its volume, and lands where asked.
+TEST_F(MeshGenerators, DensifyKeepsAClosedSurfaceAndExactlyLandsOnItsTarget)
+{
+    const host::MeshArrays blob = host::sculptSurface(2000, 5);
+    const int base = blob.numPolygons();
+    const host::MeshArrays four = host::densify(blob, base + 1);
+    const host::MeshArrays exact = host::densifyExactly(blob, 9 * base + 1);
+    const host::MeshArrays twice = host::densifyExactly(blob, 15 * base);
+    EXPECT_EQ(four.numPolygons(), 4 * base);
+    EXPECT_EQ(exact.numPolygons(), 9 * base) << "one below: each centroid split adds two";
+    EXPECT_EQ(twice.numPolygons(), 15 * base) << "past three times: a second pass";
+    for (const host::MeshArrays* dense : {&four, &exact, &twice}) {
+        ASSERT_TRUE(valid(*dense));
+        EXPECT_TRUE(isClosed(*dense));
+        EXPECT_NEAR(signedVolume(*dense), signedVolume(blob), 1e-6 * std::fabs(signedVolume(blob))) << "float midpoints";
+    }
+    EXPECT_EQ(host::densifyExactly(blob, base / 2).numPolygons(), base) << "never fewer than the scan";
+}

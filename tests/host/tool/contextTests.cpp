@@ -111,6 +111,18 @@ TEST_F(ContextTest, SetToolToAnUnknownToolChangesNothing)
     EXPECT_FALSE(logged("testContext.toolOffCleanup Test Tool"));
 }
 
+TEST_F(ContextTest, DeleteUIRemovesAToolContextLeavingTheActiveOneFirst)
+{
+    std::string ctx = makeContext("-t A");
+    run("setToolTo " + ctx);
+    run("deleteUI -toolContext " + ctx);
+    EXPECT_TRUE(logged("testContext.toolOffCleanup A"));
+    EXPECT_EQ(host::currentTool(), "selectSuperContext");
+    EXPECT_EQ(run("testContext -exists " + ctx).text, "0");
+    EXPECT_FALSE(host::runCommand("deleteUI -toolContext " + ctx).status);
+    EXPECT_FALSE(host::runCommand("deleteUI -toolContext selectSuperContext").status);
+}
+
 TEST_F(ContextTest, TheCompleteFlagReachesTheContext)
 {
     std::string ctx = makeContext();

@@ -7,6 +7,7 @@
 // length that cannot be allocated fails with kInsufficientMemory.
 
 #include <maya/MStatus.h>
+#include <maya/internal/BlockAllocator.h>
 
 #include <cassert>
 #include <exception>
@@ -131,7 +132,7 @@ private:
         return value;
     }
 
-    std::vector<T> fItems;
+    std::vector<T, BlockAllocator<T>> fItems;
     unsigned int fSizeIncrement = 16;
 };
 
