@@ -20,9 +20,9 @@
 // command, which appends it to the store's working strokes; Enter turns two of them into a
 // sarn on the retopo mesh through one undoable tool command.
 //
-// The handlers live in three files by role: the class and its lifecycle (tqSarnContext.cpp),
-// stroke capture (strokeCapture.cpp) and the event dispatch with its actions
-// (eventDispatch.cpp, keyActions.cpp).
+// The handlers live in files by role: the class and its lifecycle (tqSarnContext.cpp),
+// stroke capture (strokeCapture.cpp), its feedback drawing (strokeFeedback.cpp) and the
+// event dispatch with its actions (eventDispatch.cpp, keyActions.cpp).
 
 #include "command/patchFeed.h"
 #include "command/storeState.h"
@@ -113,6 +113,20 @@ public:
     MPoint nearestFaceVertex(int faceId, const MPoint& point);
 
     const MPointArray& stroke() const { return currentStroke; }
+
+    // The feedback of a left drag (strokeFeedback.cpp), drawn with the event's draw manager.
+    // The band the release would make between the anchor row (or, in a redraw, the last
+    // shadow row) and `preview`, as addStrokeSample returned it; kUnknownParameter when either
+    // has fewer than 2 points, the normal outcome of a drag with no anchors.
+    MStatus drawPatchPreview(MHWRender::MUIDrawManager& drawMgr, const MHWRender::MFrameContext& frameContext,
+                             const MPointArray& preview);
+    // The stroke so far, a dot at its start and three spinning arcs around `hit` (the hit of
+    // this event; none at the origin), `hint` in a corner, and the outline of previewPoints.
+    // Every call turns the marker a step. kUnknownParameter with no stroke.
+    MStatus drawStrokeFeedback(MHWRender::MUIDrawManager& drawMgr, const MHWRender::MFrameContext& frameContext,
+                               const MPoint& hit, const MString& hint);
+    // In glue mode, a ringed dot on the source vertex the stroke would glue to.
+    void drawGlueMarker(MHWRender::MUIDrawManager& drawMgr);
 
 private:
     MStatus press(MEvent& event);
