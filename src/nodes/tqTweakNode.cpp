@@ -171,6 +171,8 @@ MStatus tqTweakNode::snapSelected(const MPlug& plug, MDataBlock& dataBlock)
     if (!(plug == tqTweakEval))
         return MS::kUnknownParameter;
 
+    // Both inputs are pulled, so an upstream change is evaluated before the snap; the scan's
+    // data itself is not used: the intersector took its copy at the connection.
     MDataHandle lowHandle = dataBlock.inputValue(lowMesh, &status);
     if (!ok(status, __LINE__))
         return status;

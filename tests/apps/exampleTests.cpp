@@ -190,6 +190,26 @@ TEST_F(ExampleSession, BrushesRelaxAndPullTheSarnOnTheScan)
     EXPECT_NE(frame("frame-010-sarn.png"), frame("frame-014-relaxed.png"));
 }
 
+// A frame taken with the button still down shows the tool's own drawing of the stroke and
+// of the band it would make; frames between gestures show none.
+TEST_F(ExampleSession, AFrameInTheMiddleOfAStrokeShowsTheToolsFeedback)
+{
+    play(example("redraw-and-live-spans.json"), "out");
+    const json r = report();
+    int midStroke = 0;
+    for (const json& step : r["steps"]) {
+        if (!step.contains("png"))
+            continue;
+        const bool redrawing = step["png"].get<std::string>().find("redrawing") != std::string::npos;
+        midStroke += redrawing;
+        if (redrawing)
+            EXPECT_GT(step["feedbackRecords"].get<int>(), 5) << step.dump(2);
+        else
+            EXPECT_EQ(step["feedbackRecords"], 0) << step.dump(2);
+    }
+    EXPECT_EQ(midStroke, 1);
+}
+
 // The strokes before Enter, and the shadow rows after it, drawn where their points project.
 TEST_F(ExampleSession, OverlayDrawsStrokesAndShadowRowsWhereTheirPointsProject)
 {

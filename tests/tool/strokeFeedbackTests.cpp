@@ -54,7 +54,7 @@ protected:
 
 TEST_F(StrokeFeedback, ADragDrawsItsStrokeStartAndASpinningMarkerInOrder)
 {
-    ASSERT_NO_FATAL_FAILURE(dragRight(230, 130, 4));
+    ASSERT_NO_FATAL_FAILURE(dragRight(230, 130, 8));
     const std::vector<DrawRecord> first = feedback();
     ASSERT_FALSE(first.empty());
     EXPECT_TRUE(only(first, DrawPrimitive::kMesh).empty()) << "no preview without anchors or a redraw";
@@ -80,7 +80,7 @@ TEST_F(StrokeFeedback, ADragDrawsItsStrokeStartAndASpinningMarkerInOrder)
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(arcs[i].radius, radii[i]);
         EXPECT_TRUE(arcs[i].is2d);
-        EXPECT_NEAR(arcs[i].points[0].x, 230 + 8 * 4, 1.0) << "around the pointer";
+        EXPECT_NEAR(arcs[i].points[0].x, 230 + 8 * 8, 1.0) << "around the pointer";
         EXPECT_NEAR(arcs[i].points[0].y, 130, 1.0);
         EXPECT_EQ(arcs[i].state.drawable, strokeLine.state.drawable);
     }
@@ -91,7 +91,7 @@ TEST_F(StrokeFeedback, ADragDrawsItsStrokeStartAndASpinningMarkerInOrder)
     EXPECT_NEAR(dots[0].points[0].x, 230 + 8, 1.0) << "at the stroke's start";
 
     // One more event: the outer arcs turn against each other, and the longer stroke is brighter.
-    ASSERT_TRUE(host::mouseDrag(230 + 8 * 5, 130));
+    ASSERT_TRUE(host::mouseDrag(230 + 8 * 9, 130));
     const std::vector<DrawRecord> next = feedback();
     const std::vector<DrawRecord> nextArcs = only(next, DrawPrimitive::kArc);
     ASSERT_EQ(nextArcs.size(), 3u);
@@ -99,8 +99,8 @@ TEST_F(StrokeFeedback, ADragDrawsItsStrokeStartAndASpinningMarkerInOrder)
     EXPECT_NEAR(std::remainder(endAngle(nextArcs[1]) - endAngle(arcs[1]), 2 * M_PI), 0.12, 1e-9);
     const DrawRecord& longer = only(next, DrawPrimitive::kLineStrip).at(0);
     EXPECT_GT(longer.points.size(), strokeLine.points.size());
-    EXPECT_GE(longer.state.color.r, strokeLine.state.color.r);
-    ASSERT_TRUE(host::mouseRelease(230 + 8 * 5, 130));
+    EXPECT_GT(longer.state.color.r, strokeLine.state.color.r);
+    ASSERT_TRUE(host::mouseRelease(230 + 8 * 9, 130));
     EXPECT_TRUE(feedback().empty()) << "the release draws no feedback";
 }
 
