@@ -72,7 +72,10 @@ MStatus tqSarnContext::drawPatchPreview(MUIDrawManager& drawMgr, const MHWRender
 {
     MStatus status;
     MPointArray preview(strokePreview);
-    MPointArray row = tq::vertexPositions(tq::readPlayerVertices(status), MDagPath(), status);
+    MPointArray row;
+    const MIntArray anchors = tq::readPlayerVertices(status);
+    if (anchors.length() > 0)
+        row = tq::vertexPositions(anchors, MDagPath(), status);
     if (!tq::hasPlayerVertices() && redrawStroke) {
         preview = currentStroke;
         row.clear();
@@ -169,7 +172,7 @@ MStatus tqSarnContext::drawStrokeFeedback(MUIDrawManager& drawMgr, const MHWRend
     }
     if (glue)
         drawMgr.points(stroke, false);
-    else
+    else if (stroke.length() > 1) // a strip of one point draws nothing
         drawMgr.lineStrip(stroke, false);
     drawMgr.endDrawable();
 

@@ -20,6 +20,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -181,9 +182,12 @@ TEST_F(ExampleSession, BrushesRelaxAndPullTheSarnOnTheScan)
     EXPECT_EQ(q["quadRatio"], 1.0);
     EXPECT_LT(q["maxDistance"].get<double>(), 1e-5) << "the brushes keep every vertex on the scan";
     // The frames after the relax and after the pull's undo show the same sarn; the pull's differs.
+    // The lower text panel, which tells the last brush used, is left out of the comparison.
     auto frame = [&](const char* name) {
-        std::ifstream in(path("out/" + std::string(name)), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
+        QImage image(QString::fromStdString(path("out/" + std::string(name))));
+        EXPECT_FALSE(image.isNull()) << name;
+        QPainter(&image).fillRect(0, image.height() - 120, image.width() / 2, 120, Qt::black);
+        return image;
     };
     EXPECT_EQ(frame("frame-014-relaxed.png"), frame("frame-020-pull-undone.png"));
     EXPECT_NE(frame("frame-014-relaxed.png"), frame("frame-018-moved.png"));
