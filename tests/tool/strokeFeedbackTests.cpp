@@ -97,7 +97,7 @@ TEST_F(StrokeFeedback, ADragDrawsItsStrokeStartAndASpinningMarkerInOrder)
     ASSERT_EQ(nextArcs.size(), 3u);
     EXPECT_NEAR(std::remainder(endAngle(nextArcs[0]) - endAngle(arcs[0]), 2 * M_PI), -0.12, 1e-9);
     EXPECT_NEAR(std::remainder(endAngle(nextArcs[1]) - endAngle(arcs[1]), 2 * M_PI), 0.12, 1e-9);
-    const DrawRecord& longer = only(next, DrawPrimitive::kLineStrip).at(0);
+    const DrawRecord longer = only(next, DrawPrimitive::kLineStrip).at(0);
     EXPECT_GT(longer.points.size(), strokeLine.points.size());
     EXPECT_GT(longer.state.color.r, strokeLine.state.color.r);
     ASSERT_TRUE(host::mouseRelease(230 + 8 * 9, 130));
@@ -121,7 +121,7 @@ TEST_F(StrokeFeedback, ARedrawStrokePreviewsTheBandBeforeTheStrokeInRed)
     EXPECT_EQ(band.points.size() % 3, 0u);
     EXPECT_GT(band.state.color.r, band.state.color.b) << "a redraw previews in red";
     EXPECT_LE(band.state.color.a, 0.7f);
-    const DrawRecord& strokeLine = only(records, DrawPrimitive::kLineStrip).at(0);
+    const DrawRecord strokeLine = only(records, DrawPrimitive::kLineStrip).at(0);
     EXPECT_LT(band.state.drawable, strokeLine.state.drawable) << "the preview first, the stroke over it";
     EXPECT_EQ(strokeLine.state.lineWidth, 3.0f);
     EXPECT_GT(strokeLine.state.color.r, strokeLine.state.color.g) << "a redraw stroke is red";
