@@ -23,6 +23,7 @@
 #include <maya/MMeshIntersector.h>
 #include <maya/MPointArray.h>
 #include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
 
 #include <nlohmann/json.hpp>
 
@@ -87,6 +88,21 @@ json optionVarText(const char* name)
     bool exists = false;
     const MString value = MGlobal::optionVarStringValue(name, &exists);
     return exists ? json(value.asChar()) : json(nullptr);
+}
+
+// The lines the overlay's panel draws for an info line: a comma starts a new line, and empty
+// pieces make none. An unset line has none.
+json panelLines(const char* name)
+{
+    bool exists = false;
+    const MString value = MGlobal::optionVarStringValue(name, &exists);
+    MStringArray lines;
+    if (exists)
+        value.split(',', lines);
+    json out = json::array();
+    for (unsigned int i = 0; i < lines.length(); ++i)
+        out.push_back(lines[i].asChar());
+    return out;
 }
 
 // A file named by a session: absolute, next to the session, or in the scans folder.
@@ -556,6 +572,7 @@ void Player::playStep(const Step& step, json& record)
         if (status) {
             record["png"] = file;
             record["drawRecords"] = stats.records;
+            record["feedbackRecords"] = stats.frame.feedback.size();
             fOutputs.push_back(file);
         }
     }
@@ -622,6 +639,7 @@ int Player::run()
             record["retopo"] = meshCounts();
             record["info1"] = optionVarText("tqSarn_info1");
             record["info2"] = optionVarText("tqSarn_info2");
+            record["infoPanels"] = {{"top", panelLines("tqSarn_info2")}, {"bottom", panelLines("tqSarn_info1")}};
             record["log"] = logSince(logStart);
             if (record["status"] == "failed") {
                 ++failed;

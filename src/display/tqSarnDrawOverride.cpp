@@ -1,5 +1,6 @@
 #include "display/tqSarnDrawOverride.h"
 
+#include "display/infoDrawing.h"
 #include "display/markDrawing.h"
 #include "display/rowDrawing.h"
 #include "kernel/entryBarrier.h"
@@ -78,6 +79,8 @@ void tqSarnDrawOverride::addUIDrawables(const MDagPath&, MHWRender::MUIDrawManag
         M3dView::active3dView().getCamera(activeCamera);
         if (!(activeCamera == frameContext.getCurrentCameraPath()))
             return;
+        int originX = 0, originY = 0, width = 0, height = 0;
+        frameContext.getViewportDimensions(originX, originY, width, height);
         if (data.displayInfo > 1)
             tq::drawBrushFeedback(dm, data);
         if (data.playerpts.length() != 0)
@@ -94,12 +97,14 @@ void tqSarnDrawOverride::addUIDrawables(const MDagPath&, MHWRender::MUIDrawManag
             tq::drawFreeBorder(dm, data);
         if (data.tweakRadius.length() != 0)
             tq::drawTweakCircle(dm, data);
-        // Normal spikes come here.
+        if (data.displaySize > 0.01)
+            tq::drawDisplaySpikes(dm, data);
         if (data.freezeMedian.length() != 0)
             tq::drawMedianDots(dm, data);
-        // The symmetry plane comes here.
+        if (data.symmetry != 0)
+            tq::drawSymmetryPlane(dm);
         if (data.playersLine.length() != 0)
             tq::drawPlayerLine(dm, data);
-        // The info text closes the sequence when it arrives.
+        tq::drawInfoText(dm, height);
     });
 }

@@ -4,12 +4,13 @@
 // format and must never change.
 //
 // Registration order: store node, its draw override, the tool's context command, the
-// tweak constraint node, the attach command, the patch node. Pieces that are not built
-// yet are left out of both lists, in their place.
+// tweak constraint node, the attach command, the patch node. Unloading has its own order
+// (below).
 
 #include "command/tqSarnToolCmd.h"
 #include "display/tqSarnDrawOverride.h"
 #include "nodes/tqSarnContextCmd.h"
+#include "nodes/tqTweakNode.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
@@ -49,7 +50,11 @@ MStatus initializePlugin(MObject obj)
                                            tqSarnToolCmd::newSyntax);
     TQ_CHECK_STEP(status);
 
-    // The tweak constraint node registers here.
+    // A constraint by its class, but registered as a plain dependency node: it drives no
+    // transform, it writes into the low mesh from compute.
+    status = plugin.registerNode(tqTweakNode::typeName, tqTweakNode::id, tqTweakNode::creator,
+                                 tqTweakNode::initialize, MPxNode::kDependNode);
+    TQ_CHECK_STEP(status);
 
     status = plugin.registerCommand(tqPatchCmd::commandName, tqPatchCmd::creator, tqPatchCmd::newSyntax);
     TQ_CHECK_STEP(status);
@@ -65,8 +70,9 @@ MStatus initializePlugin(MObject obj)
 MStatus uninitializePlugin(MObject obj)
 {
     MFnPlugin plugin(obj, "Unknown", "Unknown", "Any");
-    // Deliberately not the reverse of registration: the store goes before its own draw
-    // override, and the tweak node goes last though it was registered fourth.
+    // Deliberate: not the reverse of registration. The store goes before its own draw
+    // override, and the tweak node goes last though it was registered fourth; a failing step
+    // (live nodes of a type) leaves every later one registered.
     MStatus status;
 
     status = plugin.deregisterNode(tqSarn::id);
@@ -85,7 +91,8 @@ MStatus uninitializePlugin(MObject obj)
     status = plugin.deregisterNode(tqPatchNode::id);
     TQ_CHECK_STEP(status);
 
-    // The tweak constraint node deregisters here, last.
+    status = plugin.deregisterNode(tqTweakNode::id);
+    TQ_CHECK_STEP(status);
 
     return MStatus::kSuccess;
 }

@@ -5,10 +5,11 @@
 // branch taken at release.
 //
 // The Ctrl-left redraw of the last sarn and the middle-Shift change of its spans and pinch
-// (interactiveSpans.cpp) are wired here, and so is the slicing stroke (shapedStrokes.cpp).
-// Gestures of the brushes, anchors, bridges, merges and the drawn feedback branch off below
-// in their places; until those pieces land, their branches do nothing beyond what is written
-// here, and the gesture leaves the scene as it was.
+// (interactiveSpans.cpp) are wired here, and so are the slicing stroke (shapedStrokes.cpp)
+// and the drag's own feedback drawing (strokeFeedback.cpp). Gestures of the brushes,
+// anchors, bridges and merges branch off below in their places; until those pieces land,
+// their branches do nothing beyond what is written here, and the gesture leaves the scene as
+// it was.
 
 #include "tool/tqSarnContext.h"
 
@@ -152,19 +153,24 @@ MStatus tqSarnContext::drag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
         if (b.shift && !b.control && !tq::hasPlayerVertices()) {
             // A through-surface slice: its capture is its own, and refreshes the view itself.
             sliceStroke = true;
-            return sliceStrokeDrag(drawMgr);
+            return sliceStrokeDrag(drawMgr, frameContext);
         }
         updateHoverHit(event, frameContext, false);
         bool hitFound = false;
         const MPoint hit = castStrokeRay(hitFound, curX, curY);
+        MPointArray preview;
         if (hitFound) {
             recordFirstHit(hit);
-            previewPoints = addStrokeSample(hit, event);
+            preview = addStrokeSample(hit, event);
+            previewPoints = preview;
         }
         if (!b.shift && b.control)
             redrawStroke = true;
         if (b.shift && !b.control)
             bridgeStroke = true;
+        // Both refuse quietly when they have nothing to draw.
+        drawPatchPreview(drawMgr, frameContext, preview);
+        drawStrokeFeedback(drawMgr, frameContext, hit, MString());
     }
     // Middle with Ctrl: the magnet and the twist of a closed loop.
     if (b.middleWith(true, false)) // the spans and pinch follow the pointer
@@ -448,6 +454,7 @@ MStatus tqSarnContext::doPtrMoved(MEvent& event, MHWRender::MUIDrawManager& draw
             drawMoveCircle(drawMgr);
         // The move brush's circle and the glue marker are drawn around this hit.
         updateHoverHit(event, context, true);
+        drawGlueMarker(drawMgr);
         return MStatus::kSuccess;
     });
 }

@@ -115,7 +115,8 @@ MPoint tqSarnContext::throughHit(const MPoint& pixelPoint)
     return result;
 }
 
-MStatus tqSarnContext::sliceStrokeDrag(MHWRender::MUIDrawManager&)
+MStatus tqSarnContext::sliceStrokeDrag(MHWRender::MUIDrawManager& drawManager,
+                                       const MHWRender::MFrameContext& frameContext)
 {
     if (tq::hasPlayerVertices())
         return MStatus::kSuccess;
@@ -142,7 +143,10 @@ MStatus tqSarnContext::sliceStrokeDrag(MHWRender::MUIDrawManager&)
             figureCircle(figure, world);
         figureOnSource(figure);
     }
-    // drawStrokeFeedback(drawManager, "") goes here: the stroke and its preview, no text.
+    // The stroke and its preview, no text; the marker sits on the newest hit. An empty stroke
+    // (no hit yet) draws nothing, which is no fault.
+    const MPoint newest = currentStroke.length() ? currentStroke[currentStroke.length() - 1] : MPoint::origin;
+    drawStrokeFeedback(drawManager, frameContext, newest, MString());
     view.refresh();
     return MStatus::kSuccess;
 }

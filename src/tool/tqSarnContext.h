@@ -21,8 +21,9 @@
 // sarn on the retopo mesh through one undoable tool command.
 //
 // The handlers live in files by role: the class and its lifecycle (tqSarnContext.cpp),
-// stroke capture (strokeCapture.cpp), shaped and slicing strokes (shapedStrokes.cpp) and the
-// event dispatch with its actions (eventDispatch.cpp, keyActions.cpp).
+// stroke capture (strokeCapture.cpp), its feedback drawing (strokeFeedback.cpp), shaped and
+// slicing strokes (shapedStrokes.cpp) and the event dispatch with its actions
+// (eventDispatch.cpp, keyActions.cpp).
 
 #include "command/patchFeed.h"
 #include "command/storeState.h"
@@ -118,7 +119,7 @@ public:
     // back-facing hits to sliceBack.
     MPoint throughHit(const MPoint& pixelPoint);
     // One drag event of the slicing stroke.
-    MStatus sliceStrokeDrag(MHWRender::MUIDrawManager& drawManager);
+    MStatus sliceStrokeDrag(MHWRender::MUIDrawManager& drawManager, const MHWRender::MFrameContext& frameContext);
     // currentStroke becomes the facing hits under the view positions of `points`.
     void figureOnSource(const MPointArray& points);
     // A rectangle lined up with the camera, firstHit and `current` opposite corners, sampled
@@ -140,6 +141,20 @@ public:
     int nearestStrokePoint(const MPointArray& stroke) const;
 
     const MPointArray& stroke() const { return currentStroke; }
+
+    // The feedback of a left drag (strokeFeedback.cpp), drawn with the event's draw manager.
+    // The band the release would make between the anchor row (or, in a redraw, the last
+    // shadow row) and `preview`, as addStrokeSample returned it; kUnknownParameter when either
+    // has fewer than 2 points, the normal outcome of a drag with no anchors.
+    MStatus drawPatchPreview(MHWRender::MUIDrawManager& drawMgr, const MHWRender::MFrameContext& frameContext,
+                             const MPointArray& preview);
+    // The stroke so far, a dot at its start and three spinning arcs around `hit` (the hit of
+    // this event; none at the origin), `hint` in a corner, and the outline of previewPoints.
+    // Every call turns the marker a step. kUnknownParameter with no stroke.
+    MStatus drawStrokeFeedback(MHWRender::MUIDrawManager& drawMgr, const MHWRender::MFrameContext& frameContext,
+                               const MPoint& hit, const MString& hint);
+    // In glue mode, a ringed dot on the source vertex the stroke would glue to.
+    void drawGlueMarker(MHWRender::MUIDrawManager& drawMgr);
 
 private:
     MStatus press(MEvent& event);

@@ -43,7 +43,7 @@ TEST_F(PlaySession, StepsWithoutGesturesReportAndWriteTheirOutputs)
   "view": {"width": 320, "height": 240},
   "optionVars": {"tq_uspan": 6},
   "steps": [
-    {"kind": "optionVars", "values": {"tq_vspan": 5, "tqSarn_info1": "hello", "tq_sarnRadius": 12.5}},
+    {"kind": "optionVars", "values": {"tq_vspan": 5, "tqSarn_info1": "hello", "tqSarn_info2": "Relax brush,Intensity: 0.5,", "tq_sarnRadius": 12.5}},
     {"kind": "camera", "position": [0, 3, 4], "target": [0, 0, 0], "fov": 50},
     {"kind": "command", "text": "testSet -n \"tqsarn.value\" -v 3"},
     {"kind": "undo"},
@@ -69,6 +69,9 @@ TEST_F(PlaySession, StepsWithoutGesturesReportAndWriteTheirOutputs)
         EXPECT_EQ(step["retopo"]["faces"], 9);
         EXPECT_EQ(step["retopo"]["vertices"], 16);
         EXPECT_EQ(step["info1"], "hello");
+        // As the overlay's panels show them: a comma starts a new line.
+        EXPECT_EQ(step["infoPanels"]["top"], json({"Relax brush", "Intensity: 0.5"}));
+        EXPECT_EQ(step["infoPanels"]["bottom"], json({"hello"}));
         EXPECT_TRUE(step["milliseconds"].is_number());
     }
     EXPECT_EQ(r["steps"][0]["line"], 6);
