@@ -5,10 +5,10 @@
 // branch taken at release.
 //
 // The Ctrl-left redraw of the last sarn and the middle-Shift change of its spans and pinch
-// (interactiveSpans.cpp) are wired here. Gestures of the brushes, anchors, bridges, merges,
-// slices and the drawn feedback branch off below in their places; until those pieces land,
-// their branches do nothing beyond what is written here, and the gesture leaves the scene as
-// it was.
+// (interactiveSpans.cpp), the brushes (brushes.cpp), the anchors (anchors.cpp) and the
+// bridge, merge and magnet previews (bridges.cpp) are wired here. Gestures of the slices and
+// the drawn feedback branch off below in their places; until those pieces land, their
+// branches do nothing beyond what is written here, and the gesture leaves the scene as it was.
 
 #include "tool/tqSarnContext.h"
 
@@ -122,8 +122,16 @@ MStatus tqSarnContext::press(MEvent& event)
         logged(snapshotRows("redo"), __LINE__);
         logged(moveBrushBegin(), __LINE__);
     }
-    // P5 (left, Shift and Ctrl): anchor picking. P6 (middle, Ctrl): bridge and magnet
-    // previews. P7 (middle, Shift, no shadow): the merge preview.
+    if (b.leftWith(true, true)) { // P5: anchor picking
+        logged(anchorPress(), __LINE__);
+        logged(snapshotRows("redo"), __LINE__);
+    }
+    if (b.middleWith(false, true)) { // P6: the bridge preview, or the magnet's first vertex
+        logged(bridgePreview(-1), __LINE__);
+        logged(magnetPreview(), __LINE__);
+    }
+    if (b.middleWith(true, false) && !tq::hasShadow()) // P7: the merge preview
+        logged(mergePreview(), __LINE__);
     if (b.leftWith(false, true)) { // P8: a redraw stroke keeps the positions it starts from
         logged(capturePositions(), __LINE__);
         logged(snapshotRows("redo"), __LINE__);
@@ -166,9 +174,17 @@ MStatus tqSarnContext::drag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
         if (b.shift && !b.control)
             bridgeStroke = true;
     }
-    // Middle with Ctrl: the magnet and the twist of a closed loop.
-    if (b.middleWith(true, false)) // the spans and pinch follow the pointer
+    if (b.middleWith(false, true)) { // the magnet's second vertex follows the pointer
+        const int pick = pickBoundaryVertex(11.0, true);
+        if (magnetVertices.length() == 1 && pick != -1 && pick != magnetVertices[0]) {
+            magnetVertices.append(pick);
+            logged(writeMagnetPoints(), __LINE__);
+        }
+    }
+    if (b.middleWith(true, false)) { // the spans and pinch follow the pointer, and the divisions
         logged(changeSpansInteractive(false), __LINE__);
+        logged(adjustBridgeSpin(), __LINE__);
+    }
     if (b.middleWith(false, true) && tq::playerLoopClosed() && tq::hasShadow()) {
         const MStatus status = twistDrag();
         if (!status)
@@ -354,7 +370,9 @@ MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd* command)
         view.refresh(false, false);
         return MStatus::kSuccess;
     }
-    // With an anchor chain the redraw goes through the anchors' own gestures.
+    // With an anchor chain: the patch grown from it follows the stroke, or with no patch
+    // the chain itself does.
+    logged(tq::hasShadow() ? anchorRedraw() : anchorDraw(), __LINE__);
     view.refresh(false, false);
     return MStatus::kSuccess;
 }

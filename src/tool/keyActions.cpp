@@ -1,5 +1,5 @@
 // The keys of the tool: Enter completes the operation pending on the store (a new sarn from
-// two strokes, or the end of a loop), Backspace takes back the last stroke or steps back in
+// two strokes, a bridge or a merge, or the end of a loop), Backspace takes back the last stroke or steps back in
 // the anchor chain, Esc drops the session and leaves every made quad in place.
 
 #include "tool/tqSarnContext.h"
@@ -24,8 +24,10 @@ void tqSarnContext::completeAction()
 {
     tq::guardEntryPoint(tq::logModule::kTool, "completeAction", [&]() -> MStatus {
         tq::setInfo1(tq::infoText::kActivation);
-        // Bridges and merges wait on target edges picked at the anchors; those lists stay
-        // empty until their pickers land, and Enter then goes to the sarn below.
+        if (bridgeTargetEdges.length() && anchorPath.length()) { // a bridge or a merge
+            tq::setInfo1(completeBridgeOrMerge());
+            return MStatus::kSuccess;
+        }
         if (redrawStroke) {
             logged(tq::clearStrokes(), __LINE__);
             if (tq::hasPlayerVertices())
