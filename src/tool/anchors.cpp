@@ -94,6 +94,7 @@ MStatus tqSarnContext::anchorPress()
     } else if (bridgeTargetVertices.length()) {
         bridgeTargetVertices = oppositeRow(bridgeTargetVertices[0]);
     }
+    tq::overlayChanged();
     return updateFusePreview(1);
 }
 

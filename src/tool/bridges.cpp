@@ -30,6 +30,7 @@
 #include "store/tqSarn.h"
 
 #include <maya/MGlobal.h>
+#include <maya/MViewport2Renderer.h>
 
 #include <algorithm>
 
@@ -50,6 +51,13 @@ enum FuseMode { kMergeMode = 0, kBridgeMode = 1, kBadBridgeMode = -1 };
 } // namespace
 
 namespace tq {
+
+void overlayChanged()
+{
+    const MObject store = findStoreNode();
+    if (!store.isNull())
+        MHWRender::MRenderer::setGeometryDrawDirty(store, true);
+}
 
 MIntArray stripTriangles(int n)
 {
@@ -160,7 +168,9 @@ MStatus tqSarnContext::writeMagnetPoints()
     MPointArray pixels;
     for (const MPoint& p : world)
         pixels.append(tq::worldToViewPoint(p));
-    return logged(tq::writePointArrayAttr(pixels, tq::storeAttr::kMagnetPoints, tq::findStoreNode()), __LINE__);
+    status = tq::writePointArrayAttr(pixels, tq::storeAttr::kMagnetPoints, tq::findStoreNode());
+    tq::overlayChanged();
+    return logged(status, __LINE__);
 }
 
 int tqSarnContext::rowDirectionEdge(const MDagPath& meshPath, int edgeA, int edgeB)
@@ -246,7 +256,9 @@ MStatus tqSarnContext::updateFusePreview(int mode)
         !(status = tq::writeIntAttr(mode, tq::storeAttr::kMode, store)) ||
         !(status = tq::writeIntArrayAttr(triangles, tq::storeAttr::kFuseIndices, store)))
         return logged(status, __LINE__);
-    return logged(tq::refreshSublines(), __LINE__);
+    status = tq::refreshSublines();
+    tq::overlayChanged();
+    return logged(status, __LINE__);
 }
 
 MStatus tqSarnContext::adjustBridgeSpin()
@@ -262,7 +274,9 @@ MStatus tqSarnContext::adjustBridgeSpin()
     // Integer division toward zero: 49 pixels either way change nothing, 50 change one.
     const int value = std::clamp(bridgeDivBase + (curX - pressX) / kPixelsPerDivision, 0, kMostDivisions);
     tq::setSpinValue(tq::widget::kBridgeSpin, value);
-    return logged(tq::refreshSublines(), __LINE__);
+    const MStatus status = tq::refreshSublines();
+    tq::overlayChanged();
+    return logged(status, __LINE__);
 }
 
 MStatus tqSarnContext::reverseBridgeDirection()

@@ -245,7 +245,10 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
         logged(appendPatchFromStroke(), __LINE__);
         return MStatus::kSuccess;
     }
-    if (b.middleWith(false, true)) { // R10: the end of a twist
+    // R10: the end of a twist. A middle-Ctrl click that only previewed a bridge or picked a
+    // magnet vertex twisted nothing: it makes no step, so the mesh snapshot of an earlier
+    // gesture never becomes an undo target.
+    if (b.middleWith(false, true) && twistActive) {
         // Deliberate: mode 15 is written first and the feed setters then write 5 over it, so
         // the twist is queued, journalled and undone as a change of spans.
         if (command)

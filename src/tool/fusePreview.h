@@ -12,6 +12,10 @@
 
 namespace tq {
 
+// The overlay draws the store anew at the next frame. Its node only asks for that when the
+// working strokes change, so writers of the anchor row and of the previews call this.
+void overlayChanged();
+
 // Two triangles per quad between the rows 0..n-1 and n..2n-1 of 2n points: 6 (n - 1) indices.
 // Fewer than 2 points a row: none.
 MIntArray stripTriangles(int n);

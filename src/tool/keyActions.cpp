@@ -4,6 +4,7 @@
 
 #include "tool/tqSarnContext.h"
 
+#include "tool/fusePreview.h"
 #include "tool/toolLog.h"
 
 #include "command/tqSarnToolCmd.h"
@@ -136,6 +137,7 @@ void tqSarnContext::deleteAction()
             magnetVertices.clear();
             logged(tq::clearMagnetPoints(), __LINE__);
         }
+        tq::overlayChanged();
         return MStatus::kSuccess;
     });
 }

@@ -14,7 +14,7 @@
 #include <maya/MFnMesh.h>
 #include <maya/MItMeshEdge.h>
 
-#include <map>
+#include <algorithm>
 #include <set>
 
 namespace {
@@ -119,6 +119,19 @@ protected:
             most = std::max(most, faces);
         }
         return most;
+    }
+
+    // Triangle meshes the overlay draws in the next frame: the faces a bridge or merge
+    // preview will make.
+    static long previewMeshes()
+    {
+        const host::FrameRecords frame = host::drawFrame();
+        const host::OverrideRecords* overlay = frame.find("store");
+        if (!overlay)
+            return 0;
+        return std::count_if(overlay->records.begin(), overlay->records.end(), [](const host::DrawRecord& r) {
+            return r.primitive == host::DrawPrimitive::kMesh && r.state.xray;
+        });
     }
 
     static double closestPair(const MPointArray& points)
@@ -320,7 +333,10 @@ protected:
 TEST_F(BridgeGesture, MiddleCtrlOnTheFacingBorderPreviewsABridgeThatEnterMakesAndOneUndoTakesBack)
 {
     const MPointArray before = positions();
+    const unsigned queuedBefore = host::undoQueueLength();
     ASSERT_TRUE(click(pixelOfVertex(lowerNear[0]), host::MouseButton::kMiddle, kCtrl));
+    EXPECT_FALSE(loggedError()) << host::logText();
+    EXPECT_EQ(host::undoQueueLength(), queuedBefore) << "a preview is no undo step";
     MPointArray facing;
     ASSERT_TRUE(tq::readPointArrayAttr("fusept", facing, tq::findStoreNode()));
     ASSERT_EQ(facing.length(), 7u);
@@ -332,6 +348,7 @@ TEST_F(BridgeGesture, MiddleCtrlOnTheFacingBorderPreviewsABridgeThatEnterMakesAn
     tq::readIntArrayAttr("fuseindices", triangles, tq::findStoreNode());
     EXPECT_EQ(triangles.length(), 6u * 6u);
     EXPECT_EQ(MFnMesh(mesh()).numPolygons(), 24) << "nothing changes before Enter";
+    EXPECT_EQ(previewMeshes(), 1);
 
     const unsigned queued = host::undoQueueLength();
     ASSERT_TRUE(host::pressKey(host::Key::kEnter));
@@ -343,6 +360,7 @@ TEST_F(BridgeGesture, MiddleCtrlOnTheFacingBorderPreviewsABridgeThatEnterMakesAn
     EXPECT_EQ(mostFacesOnAnEdge(), 2);
     EXPECT_EQ(host::undoQueueLength(), queued + 1);
     EXPECT_TRUE(playerRow().empty());
+    EXPECT_EQ(previewMeshes(), 0);
     host::undo();
     EXPECT_EQ(fn.numPolygons(), 24);
     EXPECT_TRUE(samePoints(positions(), before));
