@@ -394,6 +394,46 @@ TEST_F(BridgeGesture, MiddleShiftOnTheFacingBorderPreviewsAMergeThatEnterMakesAn
     EXPECT_TRUE(samePoints(positions(), before));
 }
 
+TEST_F(BridgeGesture, ReverseBridgeFromThePanelTurnsThePreviewRound)
+{
+    ASSERT_TRUE(click(pixelOfVertex(lowerNear[0]), host::MouseButton::kMiddle, kCtrl));
+    MPointArray facing, turned;
+    tq::readPointArrayAttr("fusept", facing, tq::findStoreNode());
+    ASSERT_TRUE(host::runCommand("tqSarnContext -e -reverseBridge 1 " + contextName).status);
+    EXPECT_EQ(info1(), "Reverse direction");
+    tq::readPointArrayAttr("fusept", turned, tq::findStoreNode());
+    ASSERT_EQ(turned.length(), 7u);
+    EXPECT_TRUE(turned[0].isEquivalent(facing[0], 1e-9)) << "it starts at the picked vertex";
+    EXPECT_FALSE(turned[1].isEquivalent(facing[1], 1e-6)) << "and walks the other way";
+    ASSERT_TRUE(host::runCommand("tqSarnContext -e -reverseBridge 1 " + contextName).status);
+    tq::readPointArrayAttr("fusept", turned, tq::findStoreNode());
+    EXPECT_TRUE(samePoints(turned, facing));
+}
+
+// With no anchors, a middle-Ctrl drag from a border vertex to one of another sarn merges the
+// two in one undo step.
+TEST_F(AnchorGesture, MiddleCtrlDragBetweenTwoBorderVerticesMergesThem)
+{
+    MIntArray upperNear, upperFar, lowerNear, lowerFar;
+    ASSERT_NO_FATAL_FAILURE(drawSarn(160, 135, upperNear, upperFar));
+    ASSERT_NO_FATAL_FAILURE(drawSarn(100, 75, lowerNear, lowerFar));
+    const MPointArray before = positions();
+    const Pixel from = pixelOfVertex(upperFar[3]), to = pixelOfVertex(lowerNear[3]);
+    const unsigned queued = host::undoQueueLength();
+    ASSERT_TRUE(host::mousePress(from.x, from.y, host::MouseButton::kMiddle, kCtrl));
+    ASSERT_TRUE(host::mouseDrag((from.x + to.x) / 2, (from.y + to.y) / 2, kCtrl));
+    ASSERT_TRUE(host::mouseDrag(to.x, to.y, kCtrl));
+    MPointArray magnet;
+    tq::readPointArrayAttr("magnetPt", magnet, tq::findStoreNode());
+    ASSERT_EQ(magnet.length(), 2u);
+    EXPECT_NEAR(magnet[1].x, to.x, 1.0);
+    ASSERT_TRUE(host::mouseRelease(to.x, to.y, kCtrl));
+    EXPECT_EQ(MFnMesh(mesh()).numVertices(), int(before.length()) - 1);
+    EXPECT_EQ(host::undoQueueLength(), queued + 1);
+    host::undo();
+    EXPECT_TRUE(samePoints(positions(), before));
+}
+
 // A closed anchor loop round a sarn, a band grown from it to a stroke drawn round it, and a
 // middle-Ctrl drag that turns the band's outer row: one undo step puts it back.
 TEST_F(AnchorGesture, MiddleCtrlDragTwistsTheBandOfAClosedLoopInOneUndoStep)
