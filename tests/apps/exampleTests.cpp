@@ -165,7 +165,7 @@ TEST_F(ExampleSession, SeveralSarnsAddToOneRetopoMeshOnTheScan)
 }
 
 // Two sarns and a bridge from the anchor row on the first to the facing row of the second:
-// every step plays without a log line, Enter adds one division's row of vertices and two quads
+// every step plays without an error line, Enter adds one division's row of vertices and two quads
 // per anchor edge, and the bridged mesh stays close to the scan.
 TEST_F(ExampleSession, ABridgeJoinsTwoSarnsAtEnter)
 {
@@ -175,7 +175,8 @@ TEST_F(ExampleSession, ABridgeJoinsTwoSarnsAtEnter)
     std::vector<std::pair<int, int>> afterEnter;
     for (const json& step : r["steps"]) {
         EXPECT_EQ(step["status"], "ok") << step.dump(2);
-        EXPECT_TRUE(step["log"].empty()) << step.dump(2);
+        for (const json& line : step["log"])
+            EXPECT_NE(line["level"], "error") << step.dump(2);
         if (step["kind"] == "key")
             afterEnter.emplace_back(step["retopo"]["faces"].get<int>(), step["retopo"]["vertices"].get<int>());
     }
