@@ -10,10 +10,14 @@
 #include <maya/MFnMesh.h>
 #include <maya/MViewport2Renderer.h>
 
+#include <algorithm>
+
 namespace {
 
 // `tq_bdiv` as the preview reads it when unset.
 constexpr int kPreviewDivisions = 0;
+// polyBridgeEdge takes at most 10000 divisions; a larger stored count draws no more lines.
+constexpr int kMostLines = 10001;
 
 } // namespace
 
@@ -46,7 +50,7 @@ MStatus refreshSublines()
     readPointArrayAttr(storeAttr::kFuseMesh, preview, store);
     if (facing.length() == 0 || preview.length() == 0)
         return MStatus::kSuccess;
-    const int lines = optionVarIntOr(optionVar::kBridgeDivisions, kPreviewDivisions) + 1;
+    const int lines = std::min(optionVarIntOr(optionVar::kBridgeDivisions, kPreviewDivisions), kMostLines - 1) + 1;
     MStatus status;
     const MPointArray row = vertexPositions(readPlayerVertices(status), MDagPath(), status);
     MPointArray sublines;
