@@ -1,6 +1,7 @@
 #include "nodes/tqSarnContextCmd.h"
 
 #include "tool/tqSarnContext.h"
+#include "tool/fusePreview.h"
 
 #include "kernel/entryBarrier.h"
 #include "store/infoLines.h"
@@ -203,8 +204,11 @@ MStatus tqSarnContextCmd::editFlags()
             context->setMoveBrush(argument(args, kMoveBrush, false, __LINE__));
         setInfo1(infoText::kMoveBrush);
     }
-    if (isSet(args, kReverseBridge))
-        setInfo1(infoText::kReverseDirection); // the bridge preview turns round with its piece
+    if (isSet(args, kReverseBridge)) {
+        if (context)
+            logged(context->reverseBridgeDirection(), __LINE__);
+        setInfo1(infoText::kReverseDirection);
+    }
     if (isSet(args, kPinch)) {
         logged(setPinch(clampPinch(argument(args, kPinch, 0.0, __LINE__))), __LINE__);
         if (context)
@@ -229,7 +233,8 @@ MStatus tqSarnContextCmd::editFlags()
             logged(writeDoubleAttr(value, storeAttr::kIntensityRelaxInteractive, store), __LINE__);
         setInfo1(withNumber(infoText::kRelaxIntensity, value));
     }
-    // -sublines: the bridge sublines are refreshed with their piece.
+    if (isSet(args, kSublines))
+        logged(refreshSublines(), __LINE__);
     if (isSet(args, kComplete) && context)
         context->completeAction();
     return MStatus::kSuccess;

@@ -26,6 +26,8 @@ const MString kCloseSelection(
     "LMB-CTRL-SHIFT: Reselect the same point to have a closed selection whenever it is possible,");
 const MString kMergeBoundary("MMB-CTRL: On boundary vertices to merge them,");
 const MString kActivation("tqSarn activated,");
+const MString kSarnSelected("A sarn is selected,");
+const MString kSelectAnother("Select another anchor point to have a sarn selection,");
 
 // Built from the pieces above, which this file defines first.
 const MString kBrushHelp = kRelaxing + kMoving + kPressAndHold + kKeys;
@@ -35,8 +37,13 @@ const MString kPatchHelp = kDrawing + kSpans + kRedrawing + kDivider + kBrushHel
 const MString kBridgeHelp = kSpans + kDivider + kBrushHelp + kDivider + kApplying;
 const MString kSpanHelp = kSpans + kTracing + kRedrawing + kDivider + kMergeOnOpposite + kBridgeOnOpposite +
                           kDivider + kBrushHelp + kDivider + kApplying;
+const MString kFirstAnchorHelp = kSelectAnother + kSelecting + kDivider + kBrushHelp;
+const MString kAnchorRowHelp = kSarnSelected + kCloseSelection + kRemovePoint + kTracing + kPerpendicular +
+                               kRedrawing + kDivider + kBridgeOnOpposite + kMergeOnOpposite + kDivider +
+                               kBrushHelp + kDivider + kApplying;
 
 const MString kStrokesSuffix(" stroke(s)");
+const MString kAnchorsSuffix(" anchor point(s) selected,");
 const MString kSarnCreated("sarn created");
 const MString kSarnPatchCreated("Sarn Patch created");
 const MString kBridgePatchCreated("Sarn_patch created");

@@ -32,6 +32,8 @@ extern const MString kRemovePoint;
 extern const MString kCloseSelection;
 extern const MString kMergeBoundary;
 extern const MString kActivation;
+extern const MString kSarnSelected;
+extern const MString kSelectAnother;
 
 // The help of line 2 for each state of the tool.
 extern const MString kBrushHelp;  // part of the others
@@ -39,9 +41,12 @@ extern const MString kMainHelp;   // at activation and after Enter
 extern const MString kPatchHelp;  // after a patch at the anchors
 extern const MString kBridgeHelp; // after a bridge patch
 extern const MString kSpanHelp;   // while spans change
+extern const MString kFirstAnchorHelp; // after the first anchor
+extern const MString kAnchorRowHelp;   // with two anchors: a row is selected
 
 // Outcomes shown on line 1.
 extern const MString kStrokesSuffix;      // behind the stroke count
+extern const MString kAnchorsSuffix;      // behind the anchor count
 extern const MString kSarnCreated;
 extern const MString kSarnPatchCreated;   // a patch at the anchors
 extern const MString kBridgePatchCreated; // a bridge patch

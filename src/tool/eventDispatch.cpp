@@ -5,11 +5,9 @@
 // branch taken at release.
 //
 // The Ctrl-left redraw of the last sarn and the middle-Shift change of its spans and pinch
-// (interactiveSpans.cpp) are wired here, and so are the slicing stroke (shapedStrokes.cpp)
-// and the drag's own feedback drawing (strokeFeedback.cpp). Gestures of the brushes,
-// anchors, bridges and merges branch off below in their places; until those pieces land,
-// their branches do nothing beyond what is written here, and the gesture leaves the scene as
-// it was.
+// (interactiveSpans.cpp), the brushes (brushes.cpp), the anchors (anchors.cpp), the bridge,
+// merge and magnet previews (bridges.cpp), the slicing stroke (shapedStrokes.cpp) and the
+// drag's own feedback drawing (strokeFeedback.cpp) are wired here.
 
 #include "tool/tqSarnContext.h"
 
@@ -123,8 +121,16 @@ MStatus tqSarnContext::press(MEvent& event)
         logged(snapshotRows("redo"), __LINE__);
         logged(moveBrushBegin(), __LINE__);
     }
-    // P5 (left, Shift and Ctrl): anchor picking. P6 (middle, Ctrl): bridge and magnet
-    // previews. P7 (middle, Shift, no shadow): the merge preview.
+    if (b.leftWith(true, true)) { // P5: anchor picking
+        logged(anchorPress(), __LINE__);
+        logged(snapshotRows("redo"), __LINE__);
+    }
+    if (b.middleWith(false, true)) { // P6: the bridge preview, or the magnet's first vertex
+        logged(bridgePreview(-1), __LINE__);
+        logged(magnetPreview(), __LINE__);
+    }
+    if (b.middleWith(true, false) && !tq::hasShadow()) // P7: the merge preview
+        logged(mergePreview(), __LINE__);
     if (b.leftWith(false, true)) { // P8: a redraw stroke keeps the positions it starts from
         logged(capturePositions(), __LINE__);
         logged(snapshotRows("redo"), __LINE__);
@@ -172,9 +178,17 @@ MStatus tqSarnContext::drag(MEvent& event, MHWRender::MUIDrawManager& drawMgr,
         drawPatchPreview(drawMgr, frameContext, preview);
         drawStrokeFeedback(drawMgr, frameContext, hit, MString());
     }
-    // Middle with Ctrl: the magnet and the twist of a closed loop.
-    if (b.middleWith(true, false)) // the spans and pinch follow the pointer
+    if (b.middleWith(false, true)) { // the magnet's second vertex follows the pointer
+        const int pick = pickBoundaryVertex(11.0, true);
+        if (magnetVertices.length() == 1 && pick != -1 && pick != magnetVertices[0]) {
+            magnetVertices.append(pick);
+            logged(writeMagnetPoints(), __LINE__);
+        }
+    }
+    if (b.middleWith(true, false)) { // the spans and pinch follow the pointer, and the divisions
         logged(changeSpansInteractive(false), __LINE__);
+        logged(adjustBridgeSpin(), __LINE__);
+    }
     if (b.middleWith(false, true) && tq::playerLoopClosed() && tq::hasShadow()) {
         const MStatus status = twistDrag();
         if (!status)
@@ -241,7 +255,10 @@ MStatus tqSarnContext::release(MEvent& event, const MHWRender::MFrameContext& fr
         logged(appendPatchFromStroke(), __LINE__);
         return MStatus::kSuccess;
     }
-    if (b.middleWith(false, true)) { // R10: the end of a twist
+    // R10: the end of a twist. A middle-Ctrl click that only previewed a bridge or picked a
+    // magnet vertex twisted nothing: it makes no step, so the mesh snapshot of an earlier
+    // gesture never becomes an undo target.
+    if (b.middleWith(false, true) && twistActive) {
         // Deliberate: mode 15 is written first and the feed setters then write 5 over it, so
         // the twist is queued, journalled and undone as a change of spans.
         if (command)
@@ -366,7 +383,9 @@ MStatus tqSarnContext::redrawFromStroke(tqSarnToolCmd* command)
         view.refresh(false, false);
         return MStatus::kSuccess;
     }
-    // With an anchor chain the redraw goes through the anchors' own gestures.
+    // With an anchor chain: the patch grown from it follows the stroke, or with no patch
+    // the chain itself does.
+    logged(tq::hasShadow() ? anchorRedraw() : anchorDraw(), __LINE__);
     view.refresh(false, false);
     return MStatus::kSuccess;
 }

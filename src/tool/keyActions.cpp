@@ -1,9 +1,10 @@
 // The keys of the tool: Enter completes the operation pending on the store (a new sarn from
-// two strokes, or the end of a loop), Backspace takes back the last stroke or steps back in
+// two strokes, a bridge or a merge, or the end of a loop), Backspace takes back the last stroke or steps back in
 // the anchor chain, Esc drops the session and leaves every made quad in place.
 
 #include "tool/tqSarnContext.h"
 
+#include "tool/fusePreview.h"
 #include "tool/toolLog.h"
 
 #include "command/tqSarnToolCmd.h"
@@ -24,8 +25,10 @@ void tqSarnContext::completeAction()
 {
     tq::guardEntryPoint(tq::logModule::kTool, "completeAction", [&]() -> MStatus {
         tq::setInfo1(tq::infoText::kActivation);
-        // Bridges and merges wait on target edges picked at the anchors; those lists stay
-        // empty until their pickers land, and Enter then goes to the sarn below.
+        if (bridgeTargetEdges.length() && anchorPath.length()) { // a bridge or a merge
+            tq::setInfo1(completeBridgeOrMerge());
+            return MStatus::kSuccess;
+        }
         if (redrawStroke) {
             logged(tq::clearStrokes(), __LINE__);
             if (tq::hasPlayerVertices())
@@ -134,6 +137,7 @@ void tqSarnContext::deleteAction()
             magnetVertices.clear();
             logged(tq::clearMagnetPoints(), __LINE__);
         }
+        tq::overlayChanged();
         return MStatus::kSuccess;
     });
 }

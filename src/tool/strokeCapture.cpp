@@ -5,6 +5,8 @@
 
 #include "tool/tqSarnContext.h"
 
+#include "tool/boundaryWalk.h"
+
 #include "tool/toolLog.h"
 
 #include "kernel/meshQueries.h"
@@ -115,9 +117,9 @@ MPointArray tqSarnContext::addStrokeSample(const MPoint& hit, const MEvent& even
         if (!isClosedFigure()) {
             preview = currentStroke;
         } else if (anchorVertices.length()) {
-            // The anchor chain's vertices as its picker stored them.
-            MStatus status;
-            preview = matchFigureToRow(currentStroke, tq::readPlayerVertices(status));
+            // The anchor chain's vertices, walked from its first anchor.
+            preview = matchFigureToRow(currentStroke,
+                                       tq::edgesToVertices(tq::getActiveMeshPath(), anchorPath, anchorVertices[0]));
         }
     }
     return preview;

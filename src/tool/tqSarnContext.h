@@ -100,6 +100,9 @@ public:
     // patch has no faces and no rows, or when the two rows' edges differ in number.
     MStatus bevelRows();
     bool intersectorBuilt() const { return intersector.isCreated(); }
+    // The panel's reversal of a pending bridge: the facing row runs the other way. Nothing
+    // happens without a bridge preview.
+    MStatus reverseBridgeDirection();
 
     // Stroke capture on the source surface.
     // The surface point under pixel (x, y), or the glue target in glue mode.
@@ -205,6 +208,29 @@ private:
     static bool onMedianSide(const MPoint& point, const MString& side);
     // The twist of a closed anchor loop, one step per 4 pixels of a middle-Ctrl drag.
     MStatus twistDrag();
+    // Anchors (anchors.cpp): a Ctrl-Shift-left click picks a border vertex of the retopo
+    // mesh; two make the run of border vertices between them the anchor chain on the store.
+    // The first border vertex in index order within `pixels` of the press (or of the cursor),
+    // facing the camera; -1 when there is none.
+    int pickBoundaryVertex(double pixels, bool useCursor);
+    MStatus anchorPress();
+    // A Ctrl-left stroke with an anchor chain: the chain's vertices moved onto the stroke
+    // (no shadow), or the last patch rebuilt to the stroke (with a shadow). Each one undo step.
+    MStatus anchorDraw();
+    MStatus anchorRedraw();
+    // Bridges and merges (bridges.cpp): with an anchor row, a middle-button press on another
+    // border previews the bridge (Ctrl) or the merge (Shift) to its facing row; Enter sends
+    // it to the host as command text. The magnet pairs two single border vertices.
+    MStatus bridgePreview(int vertex);
+    MStatus mergePreview();
+    MStatus magnetPreview();
+    MStatus writeMagnetPoints();
+    MIntArray oppositeRow(int vertex);
+    int rowDirectionEdge(const MDagPath& meshPath, int edgeA, int edgeB);
+    MStatus updateFusePreview(int mode);
+    MStatus adjustBridgeSpin();
+    // Enter with a pending bridge or merge; returns the line 1 text of the outcome.
+    MString completeBridgeOrMerge();
 
     // The gestures' captures for the tool command: "redo" at the press, "undo" at release.
     MStatus snapshotRows(const MString& label);

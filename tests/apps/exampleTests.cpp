@@ -166,6 +166,29 @@ TEST_F(ExampleSession, SeveralSarnsAddToOneRetopoMeshOnTheScan)
     EXPECT_TRUE(has(run.out, "45 faces (45 quads), 72 vertices"));
 }
 
+// Two sarns and a bridge from the anchor row on the first to the facing row of the second:
+// every step plays without an error line, Enter adds one division's row of vertices and two quads
+// per anchor edge, and the bridged mesh stays close to the scan.
+TEST_F(ExampleSession, ABridgeJoinsTwoSarnsAtEnter)
+{
+    const Outcome run = play(example("two-sarns-bridged.json"), "out");
+    ASSERT_EQ(run.code, tqsarn::kExitOk) << run.err;
+    const json r = report();
+    std::vector<std::pair<int, int>> afterEnter;
+    for (const json& step : r["steps"]) {
+        EXPECT_EQ(step["status"], "ok") << step.dump(2);
+        for (const json& line : step["log"])
+            EXPECT_NE(line["level"], "error") << step.dump(2);
+        if (step["kind"] == "key")
+            afterEnter.emplace_back(step["retopo"]["faces"].get<int>(), step["retopo"]["vertices"].get<int>());
+    }
+    EXPECT_EQ(afterEnter, (std::vector<std::pair<int, int>>{{15, 24}, {30, 48}, {40, 54}}));
+    const host::MeshArrays mesh = retopo("out");
+    EXPECT_EQ(mesh.numPolygons(), 40);
+    EXPECT_TRUE(std::all_of(mesh.counts.begin(), mesh.counts.end(), [](int n) { return n == 4; }));
+    EXPECT_LT(r["retopo"]["maxDistance"].get<double>(), 2e-3);
+}
+
 // The brushes played from a session: every step plays, the relax and the pull each change
 // the sarn in one step, and the pull's undo leaves the relaxed sarn, still on the scan.
 TEST_F(ExampleSession, BrushesRelaxAndPullTheSarnOnTheScan)
