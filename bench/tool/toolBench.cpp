@@ -474,6 +474,8 @@ void brushDragEvent(benchmark::State& state, host::Modifiers held)
         host::flushUndoQueue();
         state.ResumeTiming();
     }
+    // The keys are let go: the next benchmark's strokes would otherwise be brush strokes.
+    host::holdModifiers({});
     host::setToolTo("selectSuperContext");
     state.counters["quads"] = MFnMesh(retopo).numPolygons();
     state.counters["vertices moved"] = moved;
