@@ -229,9 +229,11 @@ std::string launchScript(const std::string& pluginPath)
 void Player::setUp()
 {
     const std::size_t logStart = host::logEntries().size();
-    // The scan, before anything else: a bad one is the user's to fix, not the host's.
+    // The scan, before anything else: a bad one is the user's to fix, not the host's. An
+    // empty scene has none (a --scan still gives one).
+    const bool emptyScene = fOptions.scanPath.empty() && fSession.document.value("emptyScene", false);
     std::string scanName = fOptions.scanPath;
-    if (scanName.empty()) {
+    if (scanName.empty() && !emptyScene) {
         if (!fSession.document.contains("scan"))
             throw PlayError{kExitBadScan, "no scan: give --scan FILE or \"scan\" in the session"};
         const std::string named = fSession.document["scan"].get<std::string>();
@@ -245,7 +247,15 @@ void Player::setUp()
         }
     }
     fScanPath = scanName;
-    const host::MeshArrays scan = readScan(fScanPath, &fScanInfo);
+    host::MeshArrays scan;
+    if (emptyScene) {
+        for (int axis = 0; axis < 3; ++axis) {
+            fScanInfo.min[axis] = -1.0;
+            fScanInfo.max[axis] = 1.0;
+        }
+    } else {
+        scan = readScan(fScanPath, &fScanInfo);
+    }
 
     host::setToolTo("selectSuperContext");
     host::newScene();
@@ -263,10 +273,13 @@ void Player::setUp()
     }
 
     MStatus status;
-    const MObject scanTransform = host::addMesh(scan, "scan", &status);
-    if (!status)
-        throw PlayError{kExitHostFailure, "cannot add the scan to the scene:\n" + host::logText()};
-    fScan = shapeOf(scanTransform);
+    MObject scanTransform;
+    if (!emptyScene) {
+        scanTransform = host::addMesh(scan, "scan", &status);
+        if (!status)
+            throw PlayError{kExitHostFailure, "cannot add the scan to the scene:\n" + host::logText()};
+        fScan = shapeOf(scanTransform);
+    }
 
     // The retopo mesh, the option variables and the view; then the tool's launch script (or,
     // without it, the same steps in C++): the store, its link to the scan, the tool.
@@ -311,7 +324,8 @@ void Player::setUp()
         const auto commands = host::pluginRegistrations(plugin).contextCommands;
         hasContext = hasContext || std::count(commands.begin(), commands.end(), fOptions.contextCommand) > 0;
     }
-    const std::string launch = hasContext && fOptions.contextCommand == "tqSarnContext" ? launchScript(pluginPath) : "";
+    const std::string launch =
+        hasContext && !emptyScene && fOptions.contextCommand == "tqSarnContext" ? launchScript(pluginPath) : "";
     if (!launch.empty()) {
         // As a Maya user starts it: the scan selected first, then the retopo mesh if any.
         host::addScriptDirectory(fs::path(launch).parent_path().string());
@@ -324,6 +338,11 @@ void Player::setUp()
             "source \"" + launch + "\"; global string $gTqSarnContext; $gTqSarnContext = \"\"; tqSarnLaunch", false);
         if (!made.status)
             throw PlayError{kExitHostFailure, "the launch script " + launch + " failed:\n" + host::logText()};
+        fContext = made.text;
+    } else if (emptyScene && hasContext) {
+        const host::CommandOutput made = host::runCommand(fOptions.contextCommand, false);
+        if (!made.status || !host::setToolTo(made.text))
+            throw PlayError{kExitHostFailure, "cannot activate the tool " + fOptions.contextCommand + ":\n" + host::logText()};
         fContext = made.text;
     } else {
         const MObject store = host::createNode("tqSarn", "tqSarn", "", &status);
@@ -341,7 +360,7 @@ void Player::setUp()
         }
     }
     host::flushUndoQueue();
-    fSetup = {{"scan", fScanPath},
+    fSetup = {{"scan", emptyScene ? json(nullptr) : json(fScanPath)},
               {"plugin", pluginPath},
               {"context", fContext.empty() ? json(nullptr) : json(fContext)},
               {"launch", launch.empty() ? json(nullptr) : json(launch)},
@@ -482,7 +501,8 @@ void Player::playStep(const Step& step, json& record)
 {
     const json& d = step.data;
     MStatus status;
-    const bool needsTool = step.kind == "press" || step.kind == "drag" || step.kind == "release" || step.kind == "key";
+    const bool needsTool = step.kind == "press" || step.kind == "drag" || step.kind == "move" || step.kind == "release" ||
+                           step.kind == "key";
     host::Modifiers held = host::heldModifiers();
     if (d.contains("shift"))
         held.shift = d["shift"].get<bool>();
@@ -493,7 +513,7 @@ void Player::playStep(const Step& step, json& record)
     // faults show before the tool exists.
     std::vector<std::pair<short, short>> pixels;
     const char* const single = step.kind == "press" || step.kind == "release" ? "at" : nullptr;
-    if (single || step.kind == "drag") {
+    if (single || step.kind == "drag" || step.kind == "move") {
         json list = json::array();
         const std::size_t n = single ? 1 : d["points"].size();
         for (std::size_t i = 0; i < n; ++i) {
@@ -541,10 +561,17 @@ void Player::playStep(const Step& step, json& record)
         held.shift = d.value("shift", false);
         held.control = d.value("ctrl", false);
         status = host::mousePress(pixels[0].first, pixels[0].second,
-                                  d["button"] == "middle" ? host::MouseButton::kMiddle : host::MouseButton::kLeft, held);
+                                  d["button"] == "middle"  ? host::MouseButton::kMiddle
+                                  : d["button"] == "right" ? host::MouseButton::kRight
+                                                           : host::MouseButton::kLeft,
+                                  held);
     } else if (step.kind == "drag") {
         for (const auto& [x, y] : pixels)
             if (!(status = host::mouseDrag(x, y, held)))
+                break;
+    } else if (step.kind == "move") {
+        for (const auto& [x, y] : pixels)
+            if (!(status = host::pointerMove(x, y, held)))
                 break;
     } else if (step.kind == "release") {
         status = host::mouseRelease(pixels[0].first, pixels[0].second, held);
@@ -689,7 +716,7 @@ int Player::run()
     // Two lines of summary, then where the outputs are.
     std::ostringstream summary;
     summary << std::fixed << std::setprecision(2) << "Played " << fSession.steps.size() << " steps of "
-            << fSession.path << " on " << fScanPath << " in " << millisecondsSince(fStart) / 1000.0
+            << fSession.path << " on " << (fScanPath.empty() ? std::string("an empty scene") : fScanPath) << " in " << millisecondsSince(fStart) / 1000.0
             << " s: " << failed << " failed, " << skipped << " skipped.\n";
     if (report["retopo"].is_null()) {
         summary << "No retopo mesh.\n";

@@ -10,6 +10,8 @@
 #include <maya/MFnCamera.h>
 #include <maya/MUintArray.h>
 
+#include <algorithm>
+
 namespace tq {
 
 namespace {
@@ -151,7 +153,8 @@ void drawFusePreview(MUIDrawManager& dm, const OverlayData& data)
     dm.line(data.playersLine[data.playersLine.length() - 1], data.fusept[data.fusept.length() - 1]);
     dm.setColor(opaque(modeColour, 0.3f));
     dm.mesh(MUIDrawManager::kTriangles, data.fusemesh, nullptr, nullptr, &indices);
-    const int groups = optionVarIntOr(optionVar::kBridgeDivisions, 0) + 1;
+    // Held below the int limit, so the group count cannot overflow.
+    const int groups = std::min(optionVarIntOr(optionVar::kBridgeDivisions, 0), 1 << 20) + 1;
     if (groups > 0 && data.sublines.length() && data.mode != 0) {
         dm.setLineStyle(MUIDrawManager::kSolid);
         dm.setLineWidth(1.0f);

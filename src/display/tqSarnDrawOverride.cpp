@@ -52,9 +52,11 @@ tqSarnDrawOverride::~tqSarnDrawOverride()
 
 void tqSarnDrawOverride::modelEditorChanged(void* clientData)
 {
-    auto* self = static_cast<tqSarnDrawOverride*>(clientData);
-    if (self && self->locator)
-        MHWRender::MRenderer::setGeometryDrawDirty(self->locator->thisMObject(), true);
+    guarded("modelEditorChanged callback", [&] {
+        auto* self = static_cast<tqSarnDrawOverride*>(clientData);
+        if (self && self->locator)
+            MHWRender::MRenderer::setGeometryDrawDirty(self->locator->thisMObject(), true);
+    });
 }
 
 MHWRender::DrawAPI tqSarnDrawOverride::supportedDrawAPIs() const { return MHWRender::kAllDevices; }

@@ -111,11 +111,8 @@ tqSarnContextCmd::~tqSarnContextCmd() = default;
 MPxContext* tqSarnContextCmd::makeObj()
 {
     // Nothing may escape to the host: a context that cannot be made is no context.
-    try {
-        context = new tqSarnContext();
-    } catch (...) {
-        context = nullptr;
-    }
+    context = tq::guardValue<tqSarnContext*>(kModule, "tqSarnContext makeObj", nullptr,
+                                             [] { return new tqSarnContext(); });
     return context;
 }
 

@@ -9,11 +9,13 @@
 
 #include "command/tqSarnToolCmd.h"
 #include "display/tqSarnDrawOverride.h"
+#include "kernel/entryBarrier.h"
 #include "nodes/tqSarnContextCmd.h"
 #include "nodes/tqTweakNode.h"
 #include "patchnode/tqPatchCmd.h"
 #include "patchnode/tqPatchNode.h"
 #include "plugin/banner.h"
+#include "store/logModules.h"
 #include "store/tqSarn.h"
 
 #include <maya/MDrawRegistry.h>
@@ -31,23 +33,64 @@
         }                                                  \
     } while (0)
 
-MStatus initializePlugin(MObject obj)
+namespace {
+
+constexpr const char* kModule = "pluginMain";
+
+// What the host calls through the registrations below, each inside the entry barrier: a
+// creator that throws makes nothing, an initialize or syntax function that throws fails.
+void* storeCreator() { return tq::guardValue<void*>(tq::logModule::kTool, "tqSarn creator", nullptr, tqSarn::creator); }
+MStatus storeInitialize() { return tq::guardEntryPoint(tq::logModule::kTool, "tqSarn initialize", tqSarn::initialize); }
+MHWRender::MPxDrawOverride* drawOverrideCreator(const MObject& obj)
+{
+    return tq::guardValue<MHWRender::MPxDrawOverride*>(tq::logModule::kTool, "tqSarnDrawOverride creator", nullptr,
+                                                       [&] { return tqSarnDrawOverride::creator(obj); });
+}
+void* contextCommandCreator()
+{
+    return tq::guardValue<void*>(tq::logModule::kTool, "tqSarnContext creator", nullptr, tqSarnContextCmd::creator);
+}
+void* toolCommandCreator()
+{
+    return tq::guardValue<void*>(tq::logModule::kToolCommand, "tqSarnCmd creator", nullptr, tqSarnToolCmd::creator);
+}
+MSyntax toolCommandSyntax()
+{
+    return tq::guardValue(tq::logModule::kToolCommand, "tqSarnCmd syntax", MSyntax(), tqSarnToolCmd::newSyntax);
+}
+void* patchCommandCreator()
+{
+    return tq::guardValue<void*>(tq::logModule::kPatchNode, "tqPatchCmd creator", nullptr, tqPatchCmd::creator);
+}
+MSyntax patchCommandSyntax()
+{
+    return tq::guardValue(tq::logModule::kPatchNode, "tqPatchCmd syntax", MSyntax(), tqPatchCmd::newSyntax);
+}
+void* patchNodeCreator()
+{
+    return tq::guardValue<void*>(tq::logModule::kPatchNode, "tqPatchNode creator", nullptr, tqPatchNode::creator);
+}
+MStatus patchNodeInitialize()
+{
+    return tq::guardEntryPoint(tq::logModule::kPatchNode, "tqPatchNode initialize", tqPatchNode::initialize);
+}
+
+MStatus registerAll(MObject obj)
 {
     MFnPlugin plugin(obj, "Halvane", "0.97", "Any");
     MStatus status;
 
-    status = plugin.registerNode(tqSarn::typeName, tqSarn::id, tqSarn::creator, tqSarn::initialize,
-                                 MPxNode::kLocatorNode, &tqSarn::drawDbClassification);
+    status = plugin.registerNode(tqSarn::typeName, tqSarn::id, storeCreator, storeInitialize, MPxNode::kLocatorNode,
+                                 &tqSarn::drawDbClassification);
     TQ_CHECK_STEP(status);
 
     status = MHWRender::MDrawRegistry::registerDrawOverrideCreator(tqSarn::drawDbClassification,
                                                                    tqSarnDrawOverride::registrantId,
-                                                                   tqSarnDrawOverride::creator);
+                                                                   drawOverrideCreator);
     TQ_CHECK_STEP(status);
 
-    status = plugin.registerContextCommand(tqSarnContextCmd::commandName, tqSarnContextCmd::creator,
-                                           tqSarnToolCmd::commandName, tqSarnToolCmd::creator,
-                                           tqSarnToolCmd::newSyntax);
+    status = plugin.registerContextCommand(tqSarnContextCmd::commandName, contextCommandCreator,
+                                           tqSarnToolCmd::commandName, toolCommandCreator, toolCommandSyntax);
     TQ_CHECK_STEP(status);
 
     // A constraint by its class, but registered as a plain dependency node: it drives no
@@ -56,18 +99,18 @@ MStatus initializePlugin(MObject obj)
                                  tqTweakNode::initialize, MPxNode::kDependNode);
     TQ_CHECK_STEP(status);
 
-    status = plugin.registerCommand(tqPatchCmd::commandName, tqPatchCmd::creator, tqPatchCmd::newSyntax);
+    status = plugin.registerCommand(tqPatchCmd::commandName, patchCommandCreator, patchCommandSyntax);
     TQ_CHECK_STEP(status);
 
-    status = plugin.registerNode(tqPatchNode::typeName, tqPatchNode::id, tqPatchNode::creator,
-                                 tqPatchNode::initialize, MPxNode::kDependNode);
+    status = plugin.registerNode(tqPatchNode::typeName, tqPatchNode::id, patchNodeCreator, patchNodeInitialize,
+                                 MPxNode::kDependNode);
     TQ_CHECK_STEP(status);
 
     MGlobal::displayInfo(tq::bannerText());
     return MStatus::kSuccess;
 }
 
-MStatus uninitializePlugin(MObject obj)
+MStatus deregisterAll(MObject obj)
 {
     MFnPlugin plugin(obj, "Unknown", "Unknown", "Any");
     // Deliberate: not the reverse of registration. The store goes before its own draw
@@ -95,4 +138,16 @@ MStatus uninitializePlugin(MObject obj)
     TQ_CHECK_STEP(status);
 
     return MStatus::kSuccess;
+}
+
+} // namespace
+
+MStatus initializePlugin(MObject obj)
+{
+    return tq::guardEntryPoint(kModule, "initializePlugin", [&] { return registerAll(obj); });
+}
+
+MStatus uninitializePlugin(MObject obj)
+{
+    return tq::guardEntryPoint(kModule, "uninitializePlugin", [&] { return deregisterAll(obj); });
 }

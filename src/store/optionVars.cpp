@@ -6,10 +6,16 @@ namespace tq {
 
 namespace {
 
+// A span count is what every sarn, redraw and span change sizes its arrays by. The variable
+// is the UI's to write, so a value no spin box gives (negative, or millions) would make a
+// hang or an allocation past memory: below 1 counts as 1 (as a stored 0 does), above
+// kMaxSpans as kMaxSpans.
+constexpr int kMaxSpans = 200;
+
 int readSpans(const char* name)
 {
     const int spans = optionVarIntOr(name, optionVarDefault::kSpans);
-    return spans == 0 ? 1 : spans;
+    return spans < 1 ? 1 : spans > kMaxSpans ? kMaxSpans : spans;
 }
 
 bool writeSpans(const char* name, int spans) { return MGlobal::setOptionVarValue(name, spans < 1 ? 1 : spans); }

@@ -1,5 +1,8 @@
 #include "store/tqSarn.h"
 
+#include "kernel/entryBarrier.h"
+#include "store/logModules.h"
+
 #include <maya/MDataBlock.h>
 #include <maya/MFnData.h>
 #include <maya/MFnGenericAttribute.h>
@@ -240,21 +243,25 @@ MStatus tqSarn::initialize()
 
 MStatus tqSarn::compute(const MPlug& plug, MDataBlock& /*data*/)
 {
-    // `strokes` is affected by displayInfo, so a read of it after such a change lands here;
-    // success keeps the stored strokes. Every other plug is not ours to compute.
-    if (plug == strokes)
-        return MStatus::kSuccess;
-    return MStatus::kUnknownParameter;
+    return tq::guardEntryPoint(tq::logModule::kTool, "tqSarn compute", [&]() -> MStatus {
+        // `strokes` is affected by displayInfo, so a read of it after such a change lands
+        // here; success keeps the stored strokes. Every other plug is not ours to compute.
+        if (plug == strokes)
+            return MStatus::kSuccess;
+        return MStatus::kUnknownParameter;
+    });
 }
 
 MStatus tqSarn::preEvaluation(const MDGContext& context, const MEvaluationNode& evaluationNode)
 {
     // Under parallel evaluation the draw override is not told of plain attribute changes;
     // a change of `sizes` is the store's signal that strokes were added or removed.
-    if (context.isNormal()) {
-        MStatus status;
-        if (evaluationNode.dirtyPlugExists(sizes, &status) && status)
-            MHWRender::MRenderer::setGeometryDrawDirty(thisMObject(), true);
-    }
-    return MStatus::kSuccess;
+    return tq::guardEntryPoint(tq::logModule::kTool, "tqSarn preEvaluation", [&]() -> MStatus {
+        if (context.isNormal()) {
+            MStatus status;
+            if (evaluationNode.dirtyPlugExists(sizes, &status) && status)
+                MHWRender::MRenderer::setGeometryDrawDirty(thisMObject(), true);
+        }
+        return MStatus::kSuccess;
+    });
 }

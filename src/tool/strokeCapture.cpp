@@ -24,6 +24,8 @@
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MItMeshPolygon.h>
 
+#include <algorithm>
+
 using tq::tool::logged;
 
 namespace {
@@ -161,7 +163,9 @@ void tqSarnContext::lazySmoothTail()
     const unsigned int tailLength =
         unsigned(tq::optionVarIntOr(tq::optionVar::kLazyDistance, tq::optionVarDefault::kLazyDistance)) *
         kLazyTailStep;
-    const int strength = tq::optionVarIntOr(tq::optionVar::kLazyStrength, tq::optionVarDefault::kLazyStrength);
+    // The passes run at every drag event: a count no UI gives is held to 100, not a hang.
+    const int strength =
+        std::min(tq::optionVarIntOr(tq::optionVar::kLazyStrength, tq::optionVarDefault::kLazyStrength), 100);
     const unsigned int length = currentStroke.length();
     for (int pass = 0; pass < strength; ++pass) {
         // Deliberate: unsigned, so a tail longer than the stroke wraps and the pass does

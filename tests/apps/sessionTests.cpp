@@ -36,8 +36,8 @@ TEST_F(SessionFaults, SchemaFaultsNameStepFieldAndLine)
         const char* message;
     };
     const Case cases[] = {
-        {"{\"kind\": \"undo\"},\n    {\"kind\": \"press\", \"button\": \"right\", \"at\": {\"pixel\": [1, 2]}}",
-         ":5: step 2 (press), field button: is \"right\"; it must be one of \"left\", \"middle\""},
+        {"{\"kind\": \"undo\"},\n    {\"kind\": \"press\", \"button\": \"side\", \"at\": {\"pixel\": [1, 2]}}",
+         ":5: step 2 (press), field button: is \"side\"; it must be one of \"left\", \"middle\", \"right\""},
         {"{\"kind\": \"press\", \"button\": \"left\"}", ":4: step 1 (press), field at: is missing"},
         {"{\"kind\": \"wiggle\"}", ":4: step 1 (wiggle), field kind: is \"wiggle\"; it must be one of \"camera\""},
         {"{\"kind\": \"drag\",\n     \"points\": [{\"pixel\": [1, 2]},\n                {\"pixel\": [1]}]}",

@@ -1,11 +1,12 @@
-// The fuzz campaign as a program: `hostFuzz [--target all|commands|sequences|meshfiles]
-// [--seconds S] [--seed N] [--max-inputs N] [--first N] [--keep-inputs] [--out DIR]` runs
+// The fuzz campaign as a program: `hostFuzz [--target all|commands|sequences|meshfiles|gestures]
+// [--seconds S] [--seed N] [--max-inputs N] [--first N] [--slow S] [--keep-inputs] [--out DIR]` runs
 // each target for its share of the seconds and prints its inputs (sequences), steps and
 // findings; an input is remade from the seed and its number (--first N --max-inputs 1
 // --keep-inputs saves input N). `hostFuzz --replay FILE...` runs saved inputs. The exit
 // status is 1 when anything was found.
 
 #include "fuzzTargets.h"
+#include "gestureTarget.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -14,8 +15,10 @@
 
 int main(int argc, char** argv)
 {
+    fuzz::addGestureTarget();
     std::string which = "all", out = "fuzz-findings";
     double seconds = 60.0;
+    double slow = fuzz::Budget().slowSeconds;
     std::uint64_t seed = 1, maxInputs = ~std::uint64_t(0);
     std::uint64_t first = 0;
     bool keep = false;
@@ -37,6 +40,8 @@ int main(int argc, char** argv)
             seed = std::stoull(next());
         else if (arg == "--max-inputs")
             maxInputs = std::stoull(next());
+        else if (arg == "--slow")
+            slow = std::stod(next());
         else if (arg == "--first")
             first = std::stoull(next());
         else if (arg == "--keep-inputs")
@@ -66,7 +71,7 @@ int main(int argc, char** argv)
         }
         return findings ? 1 : 0;
     }
-    std::vector<std::string> targets = {"commands", "sequences", "meshfiles"};
+    std::vector<std::string> targets = fuzz::targetNames();
     if (which != "all")
         targets = {which};
     fuzz::Budget budget;
@@ -74,6 +79,7 @@ int main(int argc, char** argv)
     budget.maxInputs = maxInputs;
     budget.first = first;
     budget.keepInputs = keep;
+    budget.slowSeconds = slow;
     for (const std::string& name : targets) {
         auto target = fuzz::makeTarget(name, out);
         if (!target) {

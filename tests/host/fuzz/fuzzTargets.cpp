@@ -550,8 +550,44 @@ private:
 
 } // namespace
 
+namespace {
+
+struct AddedTarget {
+    std::string name, extension;
+    TargetMaker make;
+};
+
+std::vector<AddedTarget>& addedTargets()
+{
+    static std::vector<AddedTarget> targets;
+    return targets;
+}
+
+} // namespace
+
+void addTarget(const std::string& name, const std::string& extension, TargetMaker make)
+{
+    for (AddedTarget& t : addedTargets())
+        if (t.name == name) {
+            t = {name, extension, make};
+            return;
+        }
+    addedTargets().push_back({name, extension, make});
+}
+
+std::vector<std::string> targetNames()
+{
+    std::vector<std::string> names{"commands", "sequences", "meshfiles"};
+    for (const AddedTarget& t : addedTargets())
+        names.push_back(t.name);
+    return names;
+}
+
 std::unique_ptr<Target> makeTarget(const std::string& name, const fs::path& work)
 {
+    for (const AddedTarget& t : addedTargets())
+        if (t.name == name)
+            return t.make(work);
     if (name == "commands")
         return std::make_unique<CommandTextTarget>();
     if (name == "sequences")
@@ -571,6 +607,9 @@ std::unique_ptr<Target> targetFor(const fs::path& file, const fs::path& work)
     for (const char* mesh : {".obj", ".ply", ".off", ".stl", ".gltf", ".glb", ".fbx"})
         if (ext == mesh)
             return makeTarget("meshfiles", work);
+    for (const AddedTarget& t : addedTargets())
+        if (ext == "." + t.extension)
+            return t.make(work);
     return nullptr;
 }
 

@@ -24,6 +24,7 @@
 #include <ostream>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace fuzz {
 
@@ -41,8 +42,16 @@ public:
     virtual std::string run(const Input& input, std::uint64_t& steps) = 0;
 };
 
-// "commands", "sequences" or "meshfiles"; `work` is a folder the target may write into.
+// "commands", "sequences", "meshfiles" or an added target; `work` is a folder the target may
+// write into.
 std::unique_ptr<Target> makeTarget(const std::string& name, const std::filesystem::path& work);
+
+// Targets from outside the host (the plug-in's gesture sessions) join the driver here: the
+// name that --target takes, the extension of their saved inputs, and their maker.
+using TargetMaker = std::unique_ptr<Target> (*)(const std::filesystem::path& work);
+void addTarget(const std::string& name, const std::string& extension, TargetMaker make);
+// The host's targets, then the added ones in the order they were added.
+std::vector<std::string> targetNames();
 // The target that runs a saved input, by its extension; null for an unknown one.
 std::unique_ptr<Target> targetFor(const std::filesystem::path& file, const std::filesystem::path& work);
 Input readInput(const std::filesystem::path& file);
