@@ -27,19 +27,6 @@ protected:
         MGlobal::setOptionVarValue("tq_vspan", 2);
     }
 
-    // Every mesh but the scan and intermediate shapes.
-    std::vector<MDagPath> retopoMeshes() const
-    {
-        std::vector<MDagPath> out;
-        for (MItDag it(MItDag::kDepthFirst, MFn::kMesh); !it.isDone(); it.next()) {
-            MDagPath path;
-            it.getPath(path);
-            if (!(path == scan) && !MFnDagNode(path).isIntermediateObject())
-                out.push_back(path);
-        }
-        return out;
-    }
-
     // Two strokes over the middle of the view and Enter; the statuses of the three steps.
     std::vector<MStatus> sarnAttempt()
     {

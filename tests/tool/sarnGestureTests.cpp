@@ -24,19 +24,6 @@ protected:
         ASSERT_NO_FATAL_FAILURE(connectStore());
     }
 
-    // Every mesh shape but the scan and the history's intermediate shapes.
-    std::vector<MDagPath> retopoMeshes() const
-    {
-        std::vector<MDagPath> out;
-        for (MItDag it(MItDag::kDepthFirst, MFn::kMesh); !it.isDone(); it.next()) {
-            MDagPath path;
-            it.getPath(path);
-            if (!(path == scan) && !MFnDagNode(path).isIntermediateObject())
-                out.push_back(path);
-        }
-        return out;
-    }
-
     void drawTwoStrokes()
     {
         ASSERT_TRUE(stroke({230, 130, 390, 130}));

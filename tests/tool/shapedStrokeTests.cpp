@@ -47,18 +47,6 @@ protected:
         return tq::readStrokeRows(status);
     }
 
-    std::vector<MDagPath> retopoMeshes() const
-    {
-        std::vector<MDagPath> out;
-        for (MItDag it(MItDag::kDepthFirst, MFn::kMesh); !it.isDone(); it.next()) {
-            MDagPath path;
-            it.getPath(path);
-            if (!(path == scan) && !MFnDagNode(path).isIntermediateObject())
-                out.push_back(path);
-        }
-        return out;
-    }
-
     static MPoint pixelOf(const MPoint& p)
     {
         short x = 0;

@@ -15,10 +15,12 @@
 
 #include <maya/MBoundingBox.h>
 #include <maya/MFnDagNode.h>
+#include <maya/MItDag.h>
 #include <maya/MMeshIntersector.h>
 
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 namespace tooltest {
 
@@ -132,6 +134,19 @@ protected:
     // Distances on the scan are compared with this, a millionth of its size: the stroke
     // carries single precision.
     double surfaceTolerance() const { return 1e-5 * box.width() + 1e-5; }
+
+    // Every mesh shape but the scan and the history's intermediate shapes.
+    std::vector<MDagPath> retopoMeshes() const
+    {
+        std::vector<MDagPath> out;
+        for (MItDag it(MItDag::kDepthFirst, MFn::kMesh); !it.isDone(); it.next()) {
+            MDagPath path;
+            it.getPath(path);
+            if (!(path == scan) && !MFnDagNode(path).isIntermediateObject())
+                out.push_back(path);
+        }
+        return out;
+    }
 
     MDagPath scan;
     MBoundingBox box;
